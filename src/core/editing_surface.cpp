@@ -1,0 +1,832 @@
+#include "core/editing_surface.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QSaveFile>
+#include <QTextBlock>
+#include <QTextLayout>
+
+namespace pw {
+
+namespace {
+constexpr double kTwipsPerPixel = 15.0;
+
+bool isWordChar(QChar c)
+{
+    return c.isLetterOrNumber() || c == QLatin1Char('_');
+}
+} // namespace
+
+QString normalizeLineEnds(const QString &text)
+{
+    QString t = text;
+    t.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    t.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    t.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+    return t;
+}
+
+// A user's key, drop or input-method edit. Before it runs, the lines around the selection are
+// kept; each change the control then makes is recorded for undo from that copy, which is kept
+// in step. A change outside the copy can't be undone and clears the undo.
+struct EditingSurface::UserEdit {
+    int windowStart = 0;
+    FormattedFragment window;
+    QList<UndoOp> ops;
+    bool valid = true;
+
+    void take(const QTextDocument *document, int position, int removed, int added)
+    {
+        if (!valid)
+            return;
+        const int windowEnd = windowStart + int(window.text.size());
+        if (position >= windowStart && position + removed <= windowEnd) {
+            ops.append({position, window.mid(position - windowStart, removed), added});
+            window = FormattedFragment::capture(document, windowStart, windowEnd - removed + added);
+        } else if (removed == 0 && position < windowStart) {
+            ops.append({position, {}, added});
+            windowStart += added;
+        } else if (removed == 0) {
+            ops.append({position, {}, added});
+        } else {
+            valid = false;
+        }
+    }
+};
+
+EditingSurface::EditingSurface(QWidget *parent) : QPlainTextEdit(parent)
+{
+    setObjectName(QStringLiteral("Text"));
+    document()->setUndoRedoEnabled(false);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    setBackColor(0xFFFFFF);
+    m_docChars = document()->characterCount();
+    connect(document(), &QTextDocument::contentsChange, this, &EditingSurface::onContentsChange);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, &EditingSurface::onCursorMoved);
+    connect(this, &QPlainTextEdit::selectionChanged, this, &EditingSurface::onCursorMoved);
+}
+
+EditingSurface::~EditingSurface() = default;
+
+// --- Mapping ----------------------------------------------------------------------------------
+
+int EditingSurface::toSurface(int documentPosition) const
+{
+    const QTextBlock block = document()->findBlock(documentPosition);
+    return documentPosition + (block.isValid() ? block.blockNumber() : document()->blockCount() - 1);
+}
+
+int EditingSurface::toDocument(int position) const
+{
+    const QTextDocument *doc = document();
+    position = qBound(0, position, TextLength());
+    // The block holding position p is the last one whose surface start (its document start plus
+    // one for each line end before it) is at most p. Its number is at most that of the block at
+    // document position p.
+    QTextBlock upper = doc->findBlock(position);
+    int lo = 0;
+    int hi = upper.isValid() ? upper.blockNumber() : doc->blockCount() - 1;
+    while (lo < hi) {
+        const int mid = (lo + hi + 1) / 2;
+        if (doc->findBlockByNumber(mid).position() + mid <= position)
+            lo = mid;
+        else
+            hi = mid - 1;
+    }
+    const QTextBlock block = doc->findBlockByNumber(lo);
+    // A position between CR and LF falls back to the end of the line.
+    return qMin(position - lo, block.position() + block.length() - 1);
+}
+
+QTextCursor EditingSurface::cursorFor(int docFrom, int docTo) const
+{
+    QTextCursor c(document());
+    c.setPosition(docFrom);
+    c.setPosition(docTo, QTextCursor::KeepAnchor);
+    return c;
+}
+
+// --- Text -------------------------------------------------------------------------------------
+
+QString EditingSurface::Text() const
+{
+    QString t = document()->toRawText();
+    t.replace(QChar::ParagraphSeparator, QLatin1String("\r\n"));
+    return t;
+}
+
+int EditingSurface::TextLength() const
+{
+    const QTextDocument *doc = document();
+    return doc->characterCount() - 1 + doc->blockCount() - 1;
+}
+
+QString EditingSurface::Mid(int start, int length) const
+{
+    QString out;
+    const int end = qMin(start + qMax(0, length), TextLength());
+    if (start >= end)
+        return out;
+    QTextBlock block = document()->findBlock(toDocument(start));
+    int blockStart = block.position() + block.blockNumber();
+    for (; block.isValid() && blockStart < end; block = block.next()) {
+        QString piece = block.text();
+        if (block.next().isValid())
+            piece += QLatin1String("\r\n");
+        const int a = qMax(start, blockStart) - blockStart;
+        const int b = qMin(end, blockStart + int(piece.size())) - blockStart;
+        if (a < b)
+            out += QStringView(piece).mid(a, b - a);
+        blockStart += int(piece.size());
+    }
+    return out;
+}
+
+void EditingSurface::setText(const QString &text)
+{
+    replaceRange(0, document()->characterCount() - 1, FormattedFragment::plain(text, currentCharFormat()));
+    setSelStart(0);
+}
+
+// --- Selection ----------------------------------------------------------------------------------
+
+int EditingSurface::SelStart() const
+{
+    return toSurface(textCursor().selectionStart());
+}
+
+void EditingSurface::setSelStart(int position)
+{
+    QTextCursor c = textCursor();
+    c.setPosition(toDocument(position));
+    setTextCursor(c);
+}
+
+int EditingSurface::SelLength() const
+{
+    const QTextCursor c = textCursor();
+    if (!c.hasSelection())
+        return 0;
+    return toSurface(c.selectionEnd()) - toSurface(c.selectionStart());
+}
+
+void EditingSurface::setSelLength(int length)
+{
+    QTextCursor c = textCursor();
+    const int start = c.selectionStart();
+    const int end = toDocument(toSurface(start) + qMax(0, length));
+    c.setPosition(start);
+    c.setPosition(end, QTextCursor::KeepAnchor);
+    setTextCursor(c);
+}
+
+QString EditingSurface::SelText() const
+{
+    QString t = textCursor().selectedText();
+    t.replace(QChar::ParagraphSeparator, QLatin1String("\r\n"));
+    return t;
+}
+
+void EditingSurface::setSelText(const QString &text)
+{
+    insertFragment(FormattedFragment::plain(text, currentCharFormat()));
+}
+
+FormattedFragment EditingSurface::selectionFragment() const
+{
+    const QTextCursor c = textCursor();
+    return FormattedFragment::capture(document(), c.selectionStart(), c.selectionEnd());
+}
+
+QString EditingSurface::SelRTF() const
+{
+    return selectionFragment().serialize();
+}
+
+void EditingSurface::setSelRTF(const QString &fragment)
+{
+    FormattedFragment f;
+    if (!FormattedFragment::parse(fragment, &f))
+        f = FormattedFragment::plain(fragment, currentCharFormat());
+    insertFragment(f);
+}
+
+void EditingSurface::insertFragment(const FormattedFragment &fragment)
+{
+    const QTextCursor c = textCursor();
+    replaceRange(c.selectionStart(), c.selectionEnd(), fragment);
+}
+
+void EditingSurface::replaceRange(int from, int to, const FormattedFragment &with, bool typing)
+{
+    UndoOp op;
+    op.position = from;
+    const bool record = !m_userEdit;
+    if (record) {
+        op.removed = FormattedFragment::capture(document(), from, to);
+        ++m_internal;
+    }
+    QTextCursor c = cursorFor(from, to);
+    c.beginEditBlock();
+    c.removeSelectedText();
+    with.insertAt(c);
+    const int end = c.position();
+    c.endEditBlock();
+    if (record) {
+        --m_internal;
+        op.inserted = end - from;
+        recordOp(std::move(op), typing);
+    }
+    QTextCursor caret = textCursor();
+    caret.setPosition(end);
+    setTextCursor(caret);
+}
+
+// --- Formats ------------------------------------------------------------------------------------
+
+void EditingSurface::mergeFormat(const QTextCharFormat &format)
+{
+    ++m_internal;
+    mergeCurrentCharFormat(format);
+    --m_internal;
+}
+
+void EditingSurface::setSelColor(qint32 color)
+{
+    QTextCharFormat f;
+    f.setForeground(colorFromValue(color));
+    mergeFormat(f);
+}
+
+void EditingSurface::setSelFontName(const QString &name)
+{
+    QTextCharFormat f;
+    f.setFontFamilies({name});
+    mergeFormat(f);
+}
+
+void EditingSurface::setSelFontSize(int points)
+{
+    QTextCharFormat f;
+    f.setFontPointSize(points);
+    mergeFormat(f);
+}
+
+void EditingSurface::setSelBold(bool bold)
+{
+    QTextCharFormat f;
+    f.setFontWeight(bold ? QFont::Bold : QFont::Normal);
+    mergeFormat(f);
+}
+
+void EditingSurface::setSelItalic(bool italic)
+{
+    QTextCharFormat f;
+    f.setFontItalic(italic);
+    mergeFormat(f);
+}
+
+void EditingSurface::setSelFont(const FontClass &font)
+{
+    mergeFormat(font.toFormat());
+}
+
+FontClass EditingSurface::caretFont() const
+{
+    return FontClass::fromFormat(currentCharFormat());
+}
+
+FontClass EditingSurface::fontAt(int position) const
+{
+    const int d = toDocument(position);
+    const QTextBlock block = document()->findBlock(d);
+    QTextCursor c(document());
+    // A cursor reports the format of the character before it, or at a line's start the one after.
+    c.setPosition(d == block.position() ? d : qMin(d + 1, block.position() + block.length() - 1));
+    return FontClass::fromFormat(c.charFormat());
+}
+
+void EditingSurface::formatRange(int start, int length, const FontClass &font)
+{
+    if (length <= 0)
+        return;
+    ++m_internal;
+    QTextCursor c = cursorFor(toDocument(start), toDocument(start + length));
+    c.mergeCharFormat(font.toFormat());
+    --m_internal;
+}
+
+void EditingSurface::setBackColor(qint32 color)
+{
+    m_backColor = color;
+    QPalette p = palette();
+    p.setColor(QPalette::Base, colorFromValue(color));
+    setPalette(p);
+}
+
+double EditingSurface::Width() const
+{
+    return width() * kTwipsPerPixel;
+}
+
+double EditingSurface::Height() const
+{
+    return height() * kTwipsPerPixel;
+}
+
+void EditingSurface::setWidth(double twips)
+{
+    resize(qRound(twips / kTwipsPerPixel), height());
+}
+
+void EditingSurface::setHeight(double twips)
+{
+    resize(width(), qRound(twips / kTwipsPerPixel));
+}
+
+// --- Searching and moving ---------------------------------------------------------------------------
+
+int EditingSurface::Find(const QString &target, int start, int end, int options)
+{
+    if (target.isEmpty())
+        return -1;
+    const int length = TextLength();
+    const int from = start < 0 ? SelStart() : qMin(start, length);
+    const int to = end < 0 ? length : qMin(end, length);
+    const Qt::CaseSensitivity cs = (options & MatchCase) ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    const int size = int(target.size());
+    if (from + size > to)
+        return -1;
+
+    auto boundaryOk = [&](int pos) {
+        if (!(options & WholeWord))
+            return true;
+        const QString before = pos > 0 ? Mid(pos - 1, 1) : QString();
+        const QString after = Mid(pos + size, 1);
+        return !(before.size() == 1 && isWordChar(before[0])) && !(after.size() == 1 && isWordChar(after[0]));
+    };
+
+    const QStringList parts = target.split(QLatin1String("\r\n"));
+    const bool loneBreak = std::any_of(parts.begin(), parts.end(), [](const QString &p) {
+        return p.contains(QLatin1Char('\r')) || p.contains(QLatin1Char('\n'));
+    });
+
+    int found = -1;
+    if (loneBreak) {
+        // A lone CR or LF can only match half of a line end; rare enough to search a copy.
+        const QString range = Mid(from, to - from);
+        for (qsizetype i = range.indexOf(target, 0, cs); i >= 0; i = range.indexOf(target, i + 1, cs))
+            if (boundaryOk(from + int(i))) {
+                found = from + int(i);
+                break;
+            }
+    } else {
+        const int docFrom = toDocument(from);
+        QTextBlock block = document()->findBlock(docFrom);
+        int number = block.blockNumber();
+        int offset = docFrom - block.position();
+        for (; block.isValid() && found < 0; block = block.next(), ++number, offset = 0) {
+            const int blockStart = block.position() + number;
+            if (blockStart + offset + size > to)
+                break;
+            const QString text = block.text();
+            if (parts.size() == 1) {
+                for (qsizetype i = text.indexOf(target, offset, cs); i >= 0; i = text.indexOf(target, i + 1, cs)) {
+                    const int pos = blockStart + int(i);
+                    if (pos + size > to)
+                        return -1;
+                    if (boundaryOk(pos)) {
+                        found = pos;
+                        break;
+                    }
+                }
+                continue;
+            }
+            // Several lines: the first part ends this line, the middle parts are whole lines and the
+            // last part begins the line after them.
+            const qsizetype i = text.size() - parts.first().size();
+            if (i < offset || QStringView(text).mid(i).compare(parts.first(), cs) != 0)
+                continue;
+            QTextBlock next = block.next();
+            bool match = true;
+            for (qsizetype k = 1; k < parts.size() && match; ++k, next = next.next()) {
+                if (!next.isValid()) {
+                    match = false;
+                    break;
+                }
+                const QString line = next.text();
+                match = k + 1 < parts.size() ? line.compare(parts[k], cs) == 0
+                                             : line.startsWith(parts[k], cs);
+            }
+            const int pos = blockStart + int(i);
+            if (match && pos + size > to)
+                return -1;
+            if (match && boundaryOk(pos))
+                found = pos;
+        }
+    }
+    if (found >= 0 && !(options & NoHighlight)) {
+        setSelStart(found);
+        setSelLength(size);
+    }
+    return found;
+}
+
+int EditingSurface::stopForward(int from, const QString &set, bool stopInSet) const
+{
+    QTextBlock block = document()->findBlock(toDocument(from));
+    int blockStart = block.position() + block.blockNumber();
+    int offset = from - blockStart;
+    for (; block.isValid(); block = block.next(), offset = 0) {
+        const QString text = block.text();
+        const int span = int(text.size()) + (block.next().isValid() ? 2 : 0);
+        for (; offset < span; ++offset) {
+            const QChar c = offset < text.size() ? text[offset]
+                                                 : QLatin1Char(offset == text.size() ? '\r' : '\n');
+            if (set.contains(c) == stopInSet)
+                return blockStart + offset;
+        }
+        blockStart += span;
+    }
+    return TextLength();
+}
+
+int EditingSurface::stopBackward(int from, const QString &set, bool stopInSet) const
+{
+    QTextBlock block = document()->findBlock(toDocument(from));
+    int blockStart = block.position() + block.blockNumber();
+    int offset = from - blockStart; // the character before the caret is offset - 1
+    while (block.isValid()) {
+        const QString text = block.text();
+        for (; offset > 0; --offset) {
+            const int i = offset - 1;
+            const QChar c = i < text.size() ? text[i] : QLatin1Char(i == text.size() ? '\r' : '\n');
+            if (set.contains(c) == stopInSet)
+                return blockStart + offset;
+        }
+        block = block.previous();
+        if (!block.isValid())
+            break;
+        offset = block.length() + 1; // the text and its CR LF
+        blockStart -= offset;
+    }
+    return 0;
+}
+
+void EditingSurface::UpTo(const QString &characters, bool forward, bool negate)
+{
+    const int from = SelStart();
+    setSelStart(forward ? stopForward(from, characters, !negate) : stopBackward(from, characters, !negate));
+}
+
+void EditingSurface::Span(const QString &characters, bool forward, bool negate)
+{
+    const int from = SelStart();
+    if (forward) {
+        const int to = stopForward(from, characters, negate);
+        setSelStart(from);
+        setSelLength(to - from);
+    } else {
+        const int to = stopBackward(from, characters, negate);
+        setSelStart(to);
+        setSelLength(from - to);
+    }
+}
+
+int EditingSurface::GetLineFromChar(int position) const
+{
+    const int d = toDocument(position);
+    const QTextBlock block = document()->findBlock(d);
+    int line = qMax(0, block.firstLineNumber());
+    // Lines wrapped on screen count; a block not laid out yet counts as one line.
+    if (const QTextLayout *layout = block.layout(); layout && layout->lineCount() > 0) {
+        const QTextLine textLine = layout->lineForTextPosition(d - block.position());
+        if (textLine.isValid())
+            line += textLine.lineNumber();
+    }
+    return line;
+}
+
+ErrorCode EditingSurface::SaveFile(const QString &path, int) const
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.error() == QFileDevice::PermissionsError ? ErrorCode::PermissionDenied
+                                                              : ErrorCode::PathFileAccess;
+    file.write(Text().toUtf8());
+    return file.commit() ? ErrorCode::None : ErrorCode::PathFileAccess;
+}
+
+void EditingSurface::Refresh()
+{
+    viewport()->repaint();
+}
+
+bool EditingSurface::SetFocus()
+{
+    if (!isVisible() || window()->isMinimized())
+        return false;
+    setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+// --- Undo ---------------------------------------------------------------------------------------
+
+void EditingSurface::recordOp(UndoOp op, bool typing)
+{
+    if (m_groupDepth > 0) {
+        m_group.append(std::move(op));
+        return;
+    }
+    if (typing && m_lastWasTyping && m_undo.size() == 1 && op.removed.isEmpty()
+        && op.position == m_undo.first().position + m_undo.first().inserted) {
+        m_undo.first().inserted += op.inserted;
+        return;
+    }
+    m_undo = {std::move(op)};
+    m_lastWasTyping = typing;
+}
+
+bool EditingSurface::Undo()
+{
+    if (m_undo.isEmpty())
+        return false;
+    QList<UndoOp> inverse;
+    int caret = 0;
+    ++m_internal;
+    QTextCursor c(document());
+    c.beginEditBlock();
+    for (auto it = m_undo.crbegin(); it != m_undo.crend(); ++it) {
+        UndoOp back;
+        back.position = it->position;
+        back.removed = FormattedFragment::capture(document(), it->position, it->position + it->inserted);
+        c.setPosition(it->position);
+        c.setPosition(it->position + it->inserted, QTextCursor::KeepAnchor);
+        c.removeSelectedText();
+        it->removed.insertAt(c);
+        back.inserted = c.position() - it->position;
+        caret = c.position();
+        inverse.append(std::move(back));
+    }
+    c.endEditBlock();
+    --m_internal;
+    m_undo = std::move(inverse);
+    m_lastWasTyping = false;
+    QTextCursor at = textCursor();
+    at.setPosition(caret);
+    setTextCursor(at);
+    return true;
+}
+
+EditingSurface::EditGroup::EditGroup(EditingSurface &surface) : m_surface(surface)
+{
+    if (m_surface.m_groupDepth++ == 0)
+        m_surface.m_group.clear();
+}
+
+EditingSurface::EditGroup::~EditGroup()
+{
+    if (--m_surface.m_groupDepth == 0 && !m_surface.m_group.isEmpty()) {
+        m_surface.m_undo = std::move(m_surface.m_group);
+        m_surface.m_group.clear();
+        m_surface.m_lastWasTyping = false;
+    }
+}
+
+EditingSurface::EventBatch::EventBatch(EditingSurface &surface) : m_surface(surface)
+{
+    ++m_surface.m_batchDepth;
+}
+
+EditingSurface::EventBatch::~EventBatch()
+{
+    if (--m_surface.m_batchDepth > 0)
+        return;
+    const bool change = std::exchange(m_surface.m_batchedChange, false);
+    const bool sel = std::exchange(m_surface.m_batchedSel, false);
+    if (change)
+        Q_EMIT m_surface.Change();
+    if (sel)
+        Q_EMIT m_surface.SelChange();
+}
+
+// --- Events -------------------------------------------------------------------------------------
+
+void EditingSurface::onContentsChange(int position, int removed, int added)
+{
+    const int oldChars = std::exchange(m_docChars, document()->characterCount());
+    // Qt counts the document's closing separator in changes that reach the end; take it off.
+    const int overshoot = qMax(0, position + removed - (oldChars - 1));
+    removed = qMax(0, removed - overshoot);
+    added = qMax(0, added - overshoot);
+    if (m_internal == 0) {
+        if (m_userEdit)
+            m_userEdit->take(document(), position, removed, added);
+        else if (removed != added || oldChars != m_docChars)
+            m_undo.clear(); // an edit the surface could not see coming
+    }
+    if (m_batchDepth > 0)
+        m_batchedChange = true;
+    else
+        Q_EMIT Change();
+}
+
+void EditingSurface::onCursorMoved()
+{
+    if (m_batchDepth > 0)
+        m_batchedSel = true;
+    else
+        Q_EMIT SelChange();
+}
+
+template<typename F> void EditingSurface::asUserEdit(bool typing, F &&edit)
+{
+    if (m_userEdit || m_internal) {
+        edit();
+        return;
+    }
+    const QTextCursor c = textCursor();
+    const QTextBlock first = document()->findBlock(c.selectionStart());
+    const QTextBlock last = document()->findBlock(c.selectionEnd());
+    const QTextBlock before = first.previous().isValid() ? first.previous() : first;
+    const QTextBlock after = last.next().isValid() ? last.next() : last;
+    UserEdit ue;
+    ue.windowStart = before.position();
+    ue.window = FormattedFragment::capture(document(), ue.windowStart, after.position() + after.length() - 1);
+    m_userEdit = &ue;
+    edit();
+    m_userEdit = nullptr;
+    if (!ue.valid)
+        m_undo.clear();
+    else if (ue.ops.size() == 1)
+        recordOp(std::move(ue.ops.first()), typing);
+    else if (!ue.ops.isEmpty()) {
+        m_undo = std::move(ue.ops);
+        m_lastWasTyping = false;
+    }
+}
+
+bool EditingSurface::event(QEvent *e)
+{
+    // The program's menu shortcuts win over the control's own (Ctrl+A is Save As here).
+    if (e->type() == QEvent::ShortcutOverride)
+        return QWidget::event(e);
+    return QPlainTextEdit::event(e);
+}
+
+void EditingSurface::keyPressEvent(QKeyEvent *e)
+{
+    const int shift = shiftStateOf(e->modifiers());
+    bool swallow = false;
+    Q_EMIT KeyDown(keyCodeOf(e->key()), shift, &swallow);
+    if (swallow) {
+        e->accept();
+        return;
+    }
+
+    const int key = e->key();
+    const bool shiftOnly = shift == 1, ctrlOnly = shift == 2;
+    auto command = [&](EditCommand c) {
+        e->accept();
+        Q_EMIT editCommand(c);
+    };
+    if (e->matches(QKeySequence::Paste) || (key == Qt::Key_Insert && shiftOnly))
+        return command(EditCommand::Paste);
+    if (e->matches(QKeySequence::Copy) || (key == Qt::Key_Insert && ctrlOnly))
+        return command(EditCommand::Copy);
+    if (e->matches(QKeySequence::Cut) || (key == Qt::Key_Delete && shiftOnly))
+        return command(EditCommand::Cut);
+    if (e->matches(QKeySequence::Undo))
+        return command(EditCommand::Undo);
+    if (e->matches(QKeySequence::Redo)) {
+        e->accept();
+        return;
+    }
+
+    const QString text = e->text();
+    int keyAscii = 0;
+    if (text.size() == 1) {
+        const ushort u = text[0].unicode();
+        if (u >= 32 && u != 127)
+            keyAscii = (shift & 2) && !(shift & 4) && text[0].isLetter() ? (u & 0x1F) : u;
+        else if (u == 8 || u == 9 || u == 13 || u == 27 || (u >= 1 && u <= 26))
+            keyAscii = u;
+    }
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        keyAscii = 13;
+    if (keyAscii == 0) {
+        const bool edits = key == Qt::Key_Backspace || key == Qt::Key_Delete || !text.isEmpty();
+        if (edits)
+            asUserEdit(false, [&] { QPlainTextEdit::keyPressEvent(e); });
+        else
+            QPlainTextEdit::keyPressEvent(e);
+        return;
+    }
+
+    const int original = keyAscii;
+    Q_EMIT KeyPress(&keyAscii);
+    if (keyAscii == 0) {
+        e->accept();
+        return;
+    }
+    const bool typing = keyAscii >= 32 || keyAscii == 13;
+    if (keyAscii == original) {
+        asUserEdit(typing, [&] { QPlainTextEdit::keyPressEvent(e); });
+        return;
+    }
+    const QString replacement{QChar(ushort(keyAscii))};
+    QKeyEvent changed(e->type(), keyAscii == 13 ? int(Qt::Key_Return) : 0, e->modifiers(), replacement);
+    asUserEdit(typing, [&] { QPlainTextEdit::keyPressEvent(&changed); });
+    e->setAccepted(changed.isAccepted());
+}
+
+void EditingSurface::inputMethodEvent(QInputMethodEvent *e)
+{
+    asUserEdit(true, [&] { QPlainTextEdit::inputMethodEvent(e); });
+}
+
+void EditingSurface::dropEvent(QDropEvent *e)
+{
+    asUserEdit(false, [&] { QPlainTextEdit::dropEvent(e); });
+}
+
+bool EditingSurface::canInsertFromMimeData(const QMimeData *source) const
+{
+    return source->hasText();
+}
+
+void EditingSurface::insertFromMimeData(const QMimeData *source)
+{
+    // Drops and middle-click pastes come in as plain text, in the format at the caret.
+    setSelText(source->text());
+}
+
+void EditingSurface::mouseReleaseEvent(QMouseEvent *e)
+{
+    QPlainTextEdit::mouseReleaseEvent(e);
+    int button = 0;
+    switch (e->button()) {
+    case Qt::LeftButton: button = 1; break;
+    case Qt::RightButton: button = 2; break;
+    case Qt::MiddleButton: button = 4; break;
+    default: break;
+    }
+    const QPoint p = e->position().toPoint();
+    Q_EMIT MouseUp(button, shiftStateOf(e->modifiers()), int(p.x() * kTwipsPerPixel),
+                   int(p.y() * kTwipsPerPixel));
+}
+
+void EditingSurface::focusInEvent(QFocusEvent *e)
+{
+    QPlainTextEdit::focusInEvent(e);
+    Q_EMIT GotFocus();
+}
+
+int EditingSurface::keyCodeOf(int qtKey)
+{
+    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24)
+        return 112 + (qtKey - Qt::Key_F1);
+    switch (qtKey) {
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Tab: return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Shift: return 16;
+    case Qt::Key_Control: return 17;
+    case Qt::Key_Alt: return 18;
+    case Qt::Key_Pause: return 19;
+    case Qt::Key_CapsLock: return 20;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_PageUp: return 33;
+    case Qt::Key_PageDown: return 34;
+    case Qt::Key_End: return 35;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Insert: return 45;
+    case Qt::Key_Delete: return 46;
+    default: break;
+    }
+    return qtKey < 0x100 ? qtKey : 0;
+}
+
+int EditingSurface::shiftStateOf(Qt::KeyboardModifiers modifiers)
+{
+    return ((modifiers & Qt::ShiftModifier) ? 1 : 0) | ((modifiers & Qt::ControlModifier) ? 2 : 0)
+           | ((modifiers & Qt::AltModifier) ? 4 : 0);
+}
+
+void ApplyClassFont(EditingSurface &surface, bool isTag)
+{
+    surface.setSelFont(isTag ? HtmlFont : TextFont);
+}
+
+void ApplyCommentFont(EditingSurface &surface)
+{
+    surface.setSelFont(CommentFont);
+}
+
+} // namespace pw

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/common_dialog.h"
+#include "platform/error_codes.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace pw {
+
+// The default printer as a stream of lines.
+class LineSink
+{
+public:
+    virtual ~LineSink() = default;
+    virtual void printLine(const QString &line) = 0;
+    virtual void newPage() = 0;
+    virtual void endDoc() = 0;
+};
+
+// Everything that would block a test or reach outside the program. The real implementation is
+// QtPlatform; tests install a ScriptedPlatform.
+class Platform
+{
+public:
+    virtual ~Platform() = default;
+
+    // Shows a message box; returns the answer code of the button pressed.
+    virtual int msgBox(const QString &text, int style, const QString &title) = 0;
+
+    // Shows the common dialog of the given kind; fills dialog's fields and returns None or Cancel.
+    virtual ErrorCode showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog) = 0;
+
+    // GetAsyncKeyState(27): true once for each press of Escape since the last call. The real one
+    // gives the event queue a turn, holding back other user input until the pass ends.
+    virtual bool escapePressed() = 0;
+
+    virtual QDateTime now() = 0;
+
+    // Clipboard: plain text, and optionally a formatted fragment under the program's private type.
+    virtual QString clipboardText() = 0;
+    virtual QByteArray clipboardFragment() = 0; // empty when the private type is not there
+    virtual void setClipboard(const QString &text, const QByteArray &fragment) = 0;
+
+    // Opens the default printer for one document. Null with *error set when there is none.
+    virtual std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) = 0;
+
+    // Starts a program detached; false when it could not be started.
+    virtual bool startProgram(const QString &program, const QStringList &arguments) = 0;
+};
+
+// The platform in use. QtPlatform unless a test installed another.
+Platform &platform();
+// Installs p (not owned) as the platform; nullptr goes back to the real one.
+void setPlatform(Platform *p);
+
+// Short forms used throughout.
+inline int MsgBox(const QString &text, int style, const QString &title)
+{
+    return platform().msgBox(text, style, title);
+}
+inline bool EscapePressed() { return platform().escapePressed(); }
+
+} // namespace pw

@@ -1,0 +1,89 @@
+#include "platform/scripted_platform.h"
+
+#include "platform/message_box.h"
+
+#include <QFileInfo>
+
+namespace pw {
+
+int ScriptedPlatform::msgBox(const QString &text, int style, const QString &title)
+{
+    messages.append({text, style, title});
+    if (!answers.isEmpty())
+        return answers.dequeue();
+    return buttonAnswer(style, MsgStyle::defaultButtonOf(style));
+}
+
+void ScriptedPlatform::chooseFile(const QString &fileName, int filterIndex)
+{
+    dialogs.enqueue([fileName, filterIndex](CommonDialog::Kind, CommonDialog &d) {
+        d.FileName = fileName;
+        d.FileTitle = QFileInfo(fileName).fileName();
+        if (filterIndex > 0)
+            d.FilterIndex = filterIndex;
+        return ErrorCode::None;
+    });
+}
+
+void ScriptedPlatform::cancelDialog()
+{
+    dialogs.enqueue([](CommonDialog::Kind, CommonDialog &) { return ErrorCode::Cancel; });
+}
+
+ErrorCode ScriptedPlatform::showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog)
+{
+    dialogsShown.append(kind);
+    if (dialogs.isEmpty())
+        return kind == CommonDialog::Kind::Help ? ErrorCode::None : ErrorCode::Cancel;
+    return dialogs.dequeue()(kind, dialog);
+}
+
+bool ScriptedPlatform::escapePressed()
+{
+    ++escapePolls;
+    if (onEscapePoll)
+        onEscapePoll(escapePolls);
+    return escapeAtPoll.contains(escapePolls);
+}
+
+void ScriptedPlatform::setClipboard(const QString &text, const QByteArray &fragment)
+{
+    clipText = text;
+    clipFragment = fragment;
+}
+
+namespace {
+class RecordingSink : public LineSink
+{
+public:
+    explicit RecordingSink(ScriptedPlatform *owner) : m_owner(owner)
+    {
+        m_owner->printed.clear();
+        m_owner->printed.append(ScriptedPlatform::PrintedPage{});
+    }
+    void printLine(const QString &line) override { m_owner->printed.last().lines.append(line); }
+    void newPage() override { m_owner->printed.append(ScriptedPlatform::PrintedPage{}); }
+    void endDoc() override { ++m_owner->documentsPrinted; }
+
+private:
+    ScriptedPlatform *m_owner;
+};
+} // namespace
+
+std::unique_ptr<LineSink> ScriptedPlatform::openPrinter(const QString &, QString *error)
+{
+    if (!printerAvailable) {
+        if (error)
+            *error = QStringLiteral("No printer is set up on this computer.");
+        return nullptr;
+    }
+    return std::make_unique<RecordingSink>(this);
+}
+
+bool ScriptedPlatform::startProgram(const QString &program, const QStringList &arguments)
+{
+    programsStarted.append(QStringList{program} + arguments);
+    return programStarts && !program.isEmpty();
+}
+
+} // namespace pw

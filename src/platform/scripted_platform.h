@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/platform.h"
+
+#include <QList>
+#include <QQueue>
+
+#include <functional>
+
+namespace pw {
+
+// A platform for tests: answers come from scripts, and everything shown is recorded.
+class ScriptedPlatform : public Platform
+{
+public:
+    struct Message {
+        QString text;
+        int style = 0;
+        QString title;
+    };
+    struct PrintedPage {
+        QStringList lines;
+    };
+
+    // Message boxes: answers are taken from the queue; with it empty, the default button answers.
+    QQueue<int> answers;
+    QList<Message> messages;
+
+    // Common dialogs: each show takes the next script; with none left, the dialog is cancelled.
+    using DialogScript = std::function<ErrorCode(CommonDialog::Kind, CommonDialog &)>;
+    QQueue<DialogScript> dialogs;
+    QList<CommonDialog::Kind> dialogsShown;
+    void chooseFile(const QString &fileName, int filterIndex = 0);
+    void cancelDialog();
+
+    // Escape: the polls (counted from 1 since the last reset) at which Escape is down.
+    QList<int> escapeAtPoll;
+    int escapePolls = 0;
+    // Called at each poll, before the answer is given, to let a test act mid-pass.
+    std::function<void(int poll)> onEscapePoll;
+
+    QDateTime clock = QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9));
+
+    QString clipText;
+    QByteArray clipFragment;
+
+    bool printerAvailable = true;
+    QList<PrintedPage> printed; // pages of the last document printed
+    int documentsPrinted = 0;
+
+    bool programStarts = true;
+    QList<QStringList> programsStarted; // program then its arguments
+
+    int msgBox(const QString &text, int style, const QString &title) override;
+    ErrorCode showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog) override;
+    bool escapePressed() override;
+    QDateTime now() override { return clock; }
+    QString clipboardText() override { return clipText; }
+    QByteArray clipboardFragment() override { return clipFragment; }
+    void setClipboard(const QString &text, const QByteArray &fragment) override;
+    std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) override;
+    bool startProgram(const QString &program, const QStringList &arguments) override;
+};
+
+// Installs a ScriptedPlatform for the lifetime of the guard.
+class ScopedScriptedPlatform
+{
+public:
+    ScopedScriptedPlatform() { setPlatform(&scripted); }
+    ~ScopedScriptedPlatform() { setPlatform(nullptr); }
+    ScopedScriptedPlatform(const ScopedScriptedPlatform &) = delete;
+    ScopedScriptedPlatform &operator=(const ScopedScriptedPlatform &) = delete;
+    ScriptedPlatform *operator->() { return &scripted; }
+    ScriptedPlatform scripted;
+};
+
+} // namespace pw
