@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace bench {
+
+// A named group of figures; run() prints one JSON line per figure through report().
+struct Benchmark {
+    const char *name;
+    std::function<void()> run;
+};
+
+std::vector<Benchmark> &registry();
+
+struct Register {
+    Register(const char *name, std::function<void()> run) { registry().push_back({name, std::move(run)}); }
+};
+
+// {"bench": group, "figure": name, "value": v, "unit": unit} and any extra fields.
+void report(const QString &group, const QString &figure, double value, const QString &unit,
+            const QString &extraJson = QString());
+
+// A page of realistic markup of about `bytes` bytes: nested tags with attributes, text, comments.
+QString generatePage(qint64 bytes, int commentEvery = 70);
+
+// Median and 99th percentile of samples (sorted in place).
+double percentile(std::vector<double> &samples, double p);
+
+// Resident memory of this process in bytes.
+qint64 residentBytes();
+
+} // namespace bench

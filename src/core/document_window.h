@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QMdiSubWindow>
+
+class QLineEdit;
+class QMenu;
+
+namespace pw {
+
+class EditingSurface;
+class frmMDIMain;
+
+// One open document: its surface, its own menus, and the hidden box of the browser test. The
+// window raises its events as signals; the program's handlers are connected from outside.
+class frmDoc : public QMdiSubWindow
+{
+    Q_OBJECT
+
+public:
+    explicit frmDoc(frmMDIMain *main);
+    ~frmDoc() override;
+
+    EditingSurface *Text = nullptr;
+    QLineEdit *Text1 = nullptr; // hidden
+    QString Tag;                // the slot number as text
+    qint16 LastKeyAscii = 0;
+
+    int slot() const { return Tag.toInt(); }
+    QString Caption() const { return windowTitle(); }
+    void setCaption(const QString &caption) { setWindowTitle(caption); }
+    bool isUntitled() const { return Caption().contains(QLatin1String("Untitled:")); }
+
+    // The document's menu bar, shown in the main window while this document is active.
+    QList<QMenu *> &menus() { return m_menus; }
+    QMenu *menu(const QString &name) const;
+    QAction *item(const QString &name) const;
+
+    void Form_Load();
+    void Form_Activate();
+    // Closes the window without asking (after a failed open).
+    void unloadQuietly();
+
+Q_SIGNALS:
+    // Before closing: a handler may set *cancel. unloadMode 0 is the user's close, 1 the program's.
+    void QueryUnload(bool *cancel, int unloadMode);
+    // After the slot is marked free: release the file, the closing stamp pass.
+    void Unloaded(int slot);
+    void Activated();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void Form_Unload();
+
+    frmMDIMain *m_main;
+    QList<QMenu *> m_menus;
+    bool m_quiet = false;
+    bool m_unloaded = false;
+};
+
+} // namespace pw
