@@ -127,8 +127,9 @@ void frmDoc::Form_Unload()
         m_main->Panel2->setText(QStringLiteral("Line: 0 "));
         slots.CascadeOffset = 0;
     }
-    if (!isMaximized() && !isMinimized() && pixelsToTwips(y()) == slots.CascadeOffset - 400)
-        slots.CascadeOffset = int(pixelsToTwips(y()));
+    // Compared in pixels: the window was placed at a twips value that pixels only approximate.
+    if (!isMaximized() && !isMinimized() && y() == twipsToPixels(slots.CascadeOffset - 400))
+        slots.CascadeOffset -= 400;
     for (int i = 1; i < DocumentSlots::LocalNameCount; ++i)
         slots.LocalNames(i, n).clear();
     Q_EMIT Unloaded(n);

@@ -1,1 +1,28 @@
 #pragma once
+
+#include "app/application.h"
+#include "core/document_window.h"
+#include "core/editing_surface.h"
+#include "core/main_window.h"
+#include "platform/scripted_platform.h"
+
+#include <QAction>
+
+// The real program with a scripted platform, for tests that drive it as a user would.
+struct TestProgram {
+    TestProgram();
+    ~TestProgram();
+
+    pw::ScopedScriptedPlatform platform;
+    pw::Application app;
+
+    pw::frmMDIMain &main() { return app.main(); }
+    pw::frmDoc *current() { return main().slots().current(); }
+    pw::frmDoc *newDocument();
+    // Triggers a document's menu item by objectName; fails the test if it is missing or disabled.
+    bool trigger(pw::frmDoc *document, const QString &item);
+    QStringList captions();
+};
+
+// The class font of each character of a surface's text, as 't' text, 'h' tag, 'c' comment, '?'.
+QString fontClasses(pw::EditingSurface &surface);
