@@ -4,6 +4,7 @@
 
 #include <QRandomGenerator>
 
+#include <functional>
 #include <vector>
 
 // Surface operations on an 8 MB page: load, Find, SelStart/SelText writes, GetLineFromChar.
@@ -19,40 +20,35 @@ static bench::Register surfaceBench("surface", [] {
     bench::report("surface", "load_8mb", t.elapsed(), "ms",
                   QStringLiteral("\"bytes\": %1").arg(page.size()));
 
-    const int length = surface.TextLength();
     QRandomGenerator rng(7);
-    std::vector<double> samples;
-    samples.reserve(100000);
-    for (int i = 0; i < 100000; ++i) {
-        const int from = int(rng.bounded(length));
-        QElapsedTimer one;
-        one.start();
-        surface.Find(QStringLiteral(">"), from, -1, pw::EditingSurface::NoHighlight);
-        samples.push_back(one.nsecsElapsed() / 1e6);
-    }
+    // Times `count` runs of op at random positions, in milliseconds each.
+    const auto sample = [&](int count, const std::function<void(int)> &op) {
+        std::vector<double> samples;
+        samples.reserve(size_t(count));
+        for (int i = 0; i < count; ++i) {
+            const int at = int(rng.bounded(surface.TextLength()));
+            QElapsedTimer one;
+            one.start();
+            op(at);
+            samples.push_back(double(one.nsecsElapsed()) / 1e6);
+        }
+        return samples;
+    };
+
+    auto samples = sample(100000, [&](int at) {
+        surface.Find(QStringLiteral(">"), at, -1, pw::EditingSurface::NoHighlight);
+    });
     bench::report("surface", "find_median", bench::percentile(samples, 0.5), "ms");
     bench::report("surface", "find_p99", bench::percentile(samples, 0.99), "ms");
 
-    samples.clear();
-    for (int i = 0; i < 10000; ++i) {
-        const int at = int(rng.bounded(surface.TextLength()));
-        QElapsedTimer one;
-        one.start();
+    samples = sample(10000, [&](int at) {
         surface.setSelStart(at);
         surface.setSelText(QStringLiteral("x"));
-        samples.push_back(one.nsecsElapsed() / 1e6);
-    }
+    });
     bench::report("surface", "selstart_seltext_median", bench::percentile(samples, 0.5), "ms");
     bench::report("surface", "selstart_seltext_p99", bench::percentile(samples, 0.99), "ms");
 
-    samples.clear();
-    for (int i = 0; i < 10000; ++i) {
-        const int at = int(rng.bounded(surface.TextLength()));
-        QElapsedTimer one;
-        one.start();
-        surface.GetLineFromChar(at);
-        samples.push_back(one.nsecsElapsed() / 1e6);
-    }
+    samples = sample(10000, [&](int at) { surface.GetLineFromChar(at); });
     bench::report("surface", "line_from_char_median", bench::percentile(samples, 0.5), "ms");
     bench::report("surface", "resident_after_8mb", bench::residentBytes() / 1048576.0, "MiB");
 });

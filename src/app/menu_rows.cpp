@@ -3,7 +3,8 @@
 namespace pw {
 
 // The menus as they stand: "name|caption|shortcut", two blanks of indent a level, "-" a separator
-// ("-name" a named one). Arrays are written name(index).
+// ("-name" a named one). Arrays are written name(index); "@previous" stands for the separator and
+// the ten previous-file items that both File menus end with.
 
 static const char *const kMainMenu = R"(
 mnuFile|&File
@@ -11,17 +12,7 @@ mnuFile|&File
   mnuFileOpen|&Open
   -
   mnuFileExit|E&xit
-  -mnuFileSep1
-  mnuFilePrevious(0)|
-  mnuFilePrevious(1)|
-  mnuFilePrevious(2)|
-  mnuFilePrevious(3)|
-  mnuFilePrevious(4)|
-  mnuFilePrevious(5)|
-  mnuFilePrevious(6)|
-  mnuFilePrevious(7)|
-  mnuFilePrevious(8)|
-  mnuFilePrevious(9)|
+  @previous
 mnuOption|&Options
   mnuOptionFontColor|&Font / Color
   -
@@ -59,17 +50,7 @@ mnuFile|&File
   mnuFileResources|&View Resources
   -
   mnuFileExit|E&xit
-  -mnuFileSep1
-  mnuFilePrevious(0)|
-  mnuFilePrevious(1)|
-  mnuFilePrevious(2)|
-  mnuFilePrevious(3)|
-  mnuFilePrevious(4)|
-  mnuFilePrevious(5)|
-  mnuFilePrevious(6)|
-  mnuFilePrevious(7)|
-  mnuFilePrevious(8)|
-  mnuFilePrevious(9)|
+  @previous
 mnuEdit|&Edit
   mnuEditUndo|&Undo
   -
@@ -229,6 +210,12 @@ QList<MenuRow> parseMenuRows(const char *text)
         while (indent < line.size() && line[indent] == QLatin1Char(' '))
             ++indent;
         const QStringList fields = line.mid(indent).split(QLatin1Char('|'));
+        if (line.mid(indent) == QLatin1String("@previous")) {
+            rows.append({int(indent / 2), QStringLiteral("-mnuFileSep1"), {}, {}});
+            for (int i = 0; i < 10; ++i)
+                rows.append({int(indent / 2), QStringLiteral("mnuFilePrevious(%1)").arg(i), {}, {}});
+            continue;
+        }
         MenuRow row;
         row.depth = int(indent / 2);
         row.name = fields.value(0);
