@@ -235,7 +235,8 @@ private Q_SLOTS:
         writeText(settingsFile(), "[WinState]\nState=0\nTop=1500\nLeft=3000\nWidth=9000\nheight=7500\n");
         startRun();
         QCOMPARE(main->pos(), QPoint(200, 100));
-        main->setWindowState(Qt::WindowMaximized);
+        main->showMaximized();
+        QTRY_VERIFY(main->pos() != QPoint(200, 100)); // the maximised window stands elsewhere
         QVERIFY(SaveSettings(*main));
         main.reset();
 
@@ -245,6 +246,20 @@ private Q_SLOTS:
         const QString ini = readText(settingsFile());
         QVERIFY(ini.contains("State=2\n"));
         QVERIFY(ini.contains("Top=1500\n"));
+    }
+
+    void keysOfOtherOwners()
+    {
+        SettingsStore store;
+        const WindowPlacement centred = store.resourceWinState(QRect(0, 20, 800, 600));
+        QCOMPARE(centred, (WindowPlacement{300 + (9000 - 4650) * 0.4, (12000 - 3030) / 2.0, 3030, 4650}));
+
+        store.setResourceWinState({150, 300, 4000, 5000});
+        store.writeString(Setting::SiteMapPath, "/home/u/site");
+        QVERIFY(store.sync());
+        const SettingsStore again;
+        QCOMPARE(again.resourceWinState(QRect(0, 0, 800, 600)), (WindowPlacement{150, 300, 4000, 5000}));
+        QCOMPARE(again.readString(Setting::SiteMapPath), QString("/home/u/site"));
     }
 
     void savedList_data()
