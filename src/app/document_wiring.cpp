@@ -3,6 +3,7 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
+#include "markup/live_colouring.h"
 
 namespace pw {
 
@@ -16,6 +17,16 @@ void WireDocument(frmMDIMain &main, frmDoc &document)
         if (c == EditingSurface::EditCommand::Undo)
             text->Undo();
     });
+
+    // Live colouring and the edit events.
+    frmDoc *doc = &document;
+    QObject::connect(text, &EditingSurface::KeyPress, doc, [doc](int *keyAscii) { text_KeyPress(*doc, keyAscii); });
+    QObject::connect(text, &EditingSurface::Change, doc, [doc] { Text_Change(*doc); });
+    QObject::connect(text, &EditingSurface::KeyDown, doc, [doc](int, int, bool *) { Text_KeyDown(*doc); });
+    QObject::connect(text, &EditingSurface::SelChange, doc, [doc] { Text_SelChange(*doc); });
+    QObject::connect(text, &EditingSurface::MouseUp, doc,
+                     [doc](int button, int shift, int x, int y) { Text_MouseUp(*doc, button, shift, x, y); });
+    QObject::connect(text, &EditingSurface::GotFocus, doc, [doc] { Text_GotFocus(*doc); });
 }
 
 } // namespace pw

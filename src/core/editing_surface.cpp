@@ -1,5 +1,6 @@
 #include "core/editing_surface.h"
 
+#include <QHash>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QSaveFile>
@@ -317,6 +318,71 @@ void EditingSurface::formatRange(int start, int length, const FontClass &font)
     --m_internal;
 }
 
+void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
+{
+    if (edits.isEmpty())
+        return;
+    QTextDocument *doc = document();
+    // Surface positions are mapped by walking the blocks forward; ranges come mostly ascending,
+    // so the whole batch costs one findBlock and one walk.
+    QTextBlock block;
+    int blockStart = 0; // surface position of block's start
+    const auto toDoc = [&](int position) {
+        if (!block.isValid() || position < blockStart) {
+            block = doc->findBlock(toDocument(position));
+            blockStart = block.position() + block.blockNumber();
+        }
+        for (;;) {
+            const QTextBlock next = block.next();
+            const int span = block.length() - 1 + (next.isValid() ? 2 : 0);
+            if (!next.isValid() || position < blockStart + span)
+                break;
+            blockStart += span;
+            block = next;
+        }
+        return block.position() + qMin(position - blockStart, block.length() - 1);
+    };
+    QHash<const FontClass *, QTextCharFormat> formats;
+
+    EditGroup oneStep(*this);
+    ++m_internal;
+    QTextCursor c(doc);
+    c.beginEditBlock();
+    const int last = TextLength();
+    for (const RangeEdit &edit : edits) {
+        const int start = qBound(0, edit.start, last);
+        const int end = qBound(start, edit.start + edit.length, last);
+        const int from = toDoc(start);
+        const int to = toDoc(end);
+        if (from >= to)
+            continue;
+        c.setPosition(from);
+        c.setPosition(to, QTextCursor::KeepAnchor);
+        switch (edit.kind) {
+        case RangeEdit::MergeFont: {
+            auto it = formats.find(edit.font);
+            if (it == formats.end())
+                it = formats.insert(edit.font, edit.font->toFormat());
+            c.mergeCharFormat(*it);
+            break;
+        }
+        case RangeEdit::TakeLastFormat:
+            c.setCharFormat(c.charFormat());
+            break;
+        case RangeEdit::Rewrite: {
+            QTextCursor first(doc);
+            first.setPosition(from + 1);
+            const QTextCharFormat format = first.charFormat();
+            recordOp({from, FormattedFragment::capture(doc, from, to), to - from}, false);
+            c.insertText(edit.text.left(to - from), format);
+            break;
+        }
+        }
+    }
+    c.endEditBlock();
+    --m_internal;
+}
+
 void EditingSurface::setBackColor(qint32 color)
 {
     m_backColor = color;
@@ -478,6 +544,12 @@ void EditingSurface::UpTo(const QString &characters, bool forward, bool negate)
 {
     const int from = SelStart();
     setSelStart(forward ? stopForward(from, characters, !negate) : stopBackward(from, characters, !negate));
+}
+
+int EditingSurface::upToStop(int from, const QString &characters, bool forward, bool negate) const
+{
+    from = qBound(0, from, TextLength());
+    return forward ? stopForward(from, characters, !negate) : stopBackward(from, characters, !negate);
 }
 
 void EditingSurface::Span(const QString &characters, bool forward, bool negate)

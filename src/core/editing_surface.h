@@ -59,6 +59,25 @@ public:
     // Gives [start, start + length) a class's font without moving the caret or the selection.
     void formatRange(int start, int length, const FontClass &font);
 
+    // One step of a bulk pass. Ranges are surface positions.
+    struct RangeEdit {
+        enum Kind {
+            MergeFont,      // the range takes `font`, as setSelFont on it would
+            TakeLastFormat, // the range takes the format of its last character, as writing SelText would
+            Rewrite,        // `text` (same length, no line ends) replaces the range, in its first
+                            // character's format; recorded for undo
+        };
+        Kind kind = MergeFont;
+        int start = 0;
+        int length = 0;
+        const FontClass *font = nullptr;
+        QString text;
+    };
+    // Applies many edits as one: no caret movement, one change event, a single layout update.
+    // Rewrites make one undo step (or join the EditGroup that is open). Fastest with ascending
+    // ranges.
+    void applyEdits(const QList<RangeEdit> &edits);
+
     qint32 BackColor() const { return m_backColor; }
     void setBackColor(qint32 color);
     double RightMargin() const { return m_rightMargin; }
@@ -73,6 +92,8 @@ public:
     int Find(const QString &target, int start = -1, int end = -1, int options = 0);
     void Span(const QString &characters, bool forward, bool negate);
     void UpTo(const QString &characters, bool forward = true, bool negate = false);
+    // Where UpTo from `from` would stop, without moving the caret (so the view never scrolls).
+    int upToStop(int from, const QString &characters, bool forward = true, bool negate = false) const;
     int GetLineFromChar(int position) const;
     ErrorCode SaveFile(const QString &path, int format = 1) const;
     void Refresh();

@@ -1,0 +1,52 @@
+#include "markup/case_conversion.h"
+
+#include "core/app_state.h"
+#include "core/document_window.h"
+#include "core/editing_surface.h"
+#include "core/main_window.h"
+#include "core/status_line.h"
+#include "markup/highlighter.h"
+
+#include <QProgressBar>
+
+namespace pw {
+
+void ConvertTagsToUpper(frmDoc &document)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    if (!main)
+        return;
+    EditingSurface &text = *document.Text;
+    text.setVisible(true);
+    const int caret = text.SelStart();
+    {
+        EditingSurface::EventBatch oneEvent(text);
+        main->ProgressBar->setValue(0);
+        main->ProgressBar->setFixedWidth(qMax(10, main->Picture1->width() - twipsToPixels(240)));
+        main->Picture1->show();
+        SetStatusText(QStringLiteral("Converting all HTML tags to upper case...Hit ESC to abort."));
+
+        TagWalk walk;
+        walk.uppercase = true;
+        walk.rewriteAlways = true;
+        walk.nextCommentBack = 1;
+        {
+            EditingSurface::EditGroup oneStep(text);
+            WalkTags(text, walk);
+        }
+        main->ProgressBar->setValue(100);
+        main->Picture1->hide();
+        text.setSelLength(0);
+        text.setSelStart(caret);
+    }
+    ClearStatusText();
+    main->slots().state(document.slot()).Dirty = True;
+}
+
+void ToggleUppercaseOption()
+{
+    if (frmMDIMain *main = frmMDIMain::instance())
+        main->options().toggle(Option::UHTML);
+}
+
+} // namespace pw
