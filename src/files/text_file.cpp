@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QStringDecoder>
+#include <QStringEncoder>
 
 #include <algorithm>
 #include <cerrno>
@@ -98,15 +99,17 @@ bool decodeUtf8(const QByteArray &bytes, qsizetype start, LineEndNormalizer &out
                            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     const auto *data = reinterpret_cast<const uchar *>(bytes.constData());
     const qsizetype size = bytes.size();
+    QString piece(qMin(kChunk, size), Qt::Uninitialized); // a byte gives at most one QChar
     qsizetype pos = start;
     while (pos < size) {
         qsizetype end = qMin(pos + kChunk, size);
         for (int back = 0; end < size && back < 3 && end > pos && (data[end] & 0xC0) == 0x80; ++back)
             --end;
-        const QString piece = decoder(QByteArrayView(bytes.constData() + pos, end - pos));
+        // One buffer for all chunks: fresh memory for each would cost a page fault per page.
+        const QChar *pieceEnd = decoder.appendToBuffer(piece.data(), QByteArrayView(data + pos, end - pos));
         if (decoder.hasError())
             return false;
-        out.append(piece.constData(), piece.size());
+        out.append(piece.constData(), pieceEnd - piece.constData());
         pos = end;
         if (progress && !progress(pos, size)) {
             cancelled = true;
@@ -137,13 +140,29 @@ bool decode1252(const QByteArray &bytes, LineEndNormalizer &out, const DecodePro
     return true;
 }
 
-QString withLineEnds(const QString &text, LineEndStyle style)
+// Turns each CR LF of encoded bytes from 'from' on into one byte, in place; far quicker than
+// replacing in the string before encoding.
+void shortenLineEnds(QByteArray &bytes, qsizetype from, char end)
 {
-    if (style == LineEndStyle::CrLf)
-        return text;
-    QString t = text;
-    t.replace(QLatin1String("\r\n"), style == LineEndStyle::Lf ? QLatin1String("\n") : QLatin1String("\r"));
-    return t;
+    char *data = bytes.data();
+    const qsizetype size = bytes.size();
+    qsizetype read = from, write = from;
+    while (read < size) {
+        const void *cr = std::memchr(data + read, '\r', size_t(size - read));
+        const qsizetype stop = cr ? static_cast<const char *>(cr) - data : size;
+        std::memmove(data + write, data + read, size_t(stop - read));
+        write += stop - read;
+        read = stop;
+        if (read == size)
+            break;
+        if (read + 1 < size && data[read + 1] == '\n') {
+            data[write++] = end;
+            read += 2;
+        } else {
+            data[write++] = data[read++];
+        }
+    }
+    bytes.truncate(write);
 }
 
 SaveResult failed(ErrorCode code, SaveFailure failure, const QString &message)
@@ -227,7 +246,7 @@ DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress)
             return result;
         }
     }
-    result.text.clear();
+    result.text.truncate(0); // keeps the room reserved
     LineEndNormalizer out(result.text);
     if (!decode1252(bytes, out, progress)) {
         result.text.clear();
@@ -244,31 +263,33 @@ QByteArray encodeText(const QString &text, const FileFormat &format, qsizetype *
     if (unencodable)
         *unencodable = -1;
     if (format.encoding == TextEncoding::Utf8) {
-        QByteArray bytes = format.bom ? QByteArray("\xEF\xBB\xBF") : QByteArray();
-        bytes += withLineEnds(text, format.lineEnd).toUtf8();
+        QStringEncoder encoder(QStringConverter::Utf8);
+        const qsizetype start = format.bom ? 3 : 0;
+        QByteArray bytes(start + encoder.requiredSpace(text.size()), Qt::Uninitialized);
+        std::memcpy(bytes.data(), "\xEF\xBB\xBF", size_t(start));
+        bytes.truncate(encoder.appendToBuffer(bytes.data() + start, text) - bytes.constData());
+        if (format.lineEnd != LineEndStyle::CrLf)
+            shortenLineEnds(bytes, start, format.lineEnd == LineEndStyle::Lf ? '\n' : '\r');
         return bytes;
     }
-    const QByteArray lineEnd = format.lineEnd == LineEndStyle::CrLf ? "\r\n"
-                               : format.lineEnd == LineEndStyle::Lf ? "\n"
-                                                                    : "\r";
-    QByteArray bytes;
-    bytes.reserve(text.size());
+    // One byte a character, so the bytes are never more than the characters.
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    char *out = bytes.data();
+    const QChar *chars = text.constData();
     const qsizetype n = text.size();
     for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = text.at(i).unicode();
-        if (c == u'\r' && i + 1 < n && text.at(i + 1) == u'\n') {
-            bytes += lineEnd;
-            ++i;
-            continue;
-        }
+        const char16_t c = chars[i].unicode();
         const int b = to1252(c);
         if (b < 0) {
             if (unencodable)
                 *unencodable = i;
             return QByteArray();
         }
-        bytes += char(b);
+        *out++ = char(b);
     }
+    bytes.truncate(out - bytes.constData());
+    if (format.lineEnd != LineEndStyle::CrLf)
+        shortenLineEnds(bytes, 0, format.lineEnd == LineEndStyle::Lf ? '\n' : '\r');
     return bytes;
 }
 

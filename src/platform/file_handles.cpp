@@ -265,10 +265,10 @@ QString FileHandles::path(int slot) const
 
 QList<int> FileHandles::heldSlots() const
 {
-    QList<int> slots;
+    QList<int> held;
     for (const auto &[slot, handle] : m_handles)
-        slots.append(slot);
-    return slots;
+        held.append(slot);
+    return held;
 }
 
 ErrorCode readWholeFile(const QString &path, QByteArray &bytes, FileShare share)
