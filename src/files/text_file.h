@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/error_codes.h"
+#include "platform/file_format.h"
 #include "platform/file_handles.h"
 
 #include <QByteArray>
@@ -9,20 +10,6 @@
 #include <functional>
 
 namespace pw {
-
-enum class TextEncoding { Utf8, Windows1252 };
-enum class LineEndStyle { CrLf, Lf, Cr };
-
-// How a document's file is written: kept from the file it was read from, so that a save writes
-// back the same encoding, byte-order mark and line ends. New documents are UTF-8 without a
-// byte-order mark, with CR LF.
-struct FileFormat {
-    TextEncoding encoding = TextEncoding::Utf8;
-    bool bom = false;
-    LineEndStyle lineEnd = LineEndStyle::CrLf;
-
-    bool operator==(const FileFormat &) const = default;
-};
 
 // Called now and then during a long decode with the bytes done and the whole; returning false
 // stops the decode.
@@ -40,8 +27,9 @@ struct DecodedText {
 // the C1 controls of the same number so that every byte survives a round trip. Line ends (CR LF,
 // LF, CR) are counted and the most frequent one is the file's convention, CR LF on a tie or in a
 // file without any; a file with mixed line ends is saved with that one alone. A NUL byte stays a
-// U+0000 character, which the surface keeps and shows as a blank, so it is written back as it was.
-// Decoding goes in chunks of about a megabyte, with progress after each.
+// U+0000 character, which the surface keeps like any other, so it is written back as it was.
+// Decoding goes in chunks of about a megabyte, with progress after each; when a late byte shows
+// the file isn't UTF-8, the progress starts again from 0 for the Windows-1252 pass.
 DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress = {});
 
 // The bytes a text with CR LF line ends becomes in a format. A character that Windows-1252
@@ -72,9 +60,9 @@ struct SaveResult {
 // Writes text (CR LF line ends) to path in a format: to a temporary file beside the target,
 // then renamed over it, so that the old file stays whole whenever writing fails. A symlink is
 // saved through to its target and stays a link. The new file takes the old one's mode and, as
-// far as allowed, its owner and group; a new file gets the default mode. A read-only target (no
-// owner write bit, even for root) or one locked by another copy fails before anything is
-// written.
+// far as allowed, its owner and group; a new file gets the default mode. A read-only target or
+// folder (no owner write bit, even for root) or a file locked by another copy fails before
+// anything is written.
 //
 // A Windows-1252 document that has gained characters outside that code page isn't saved: the
 // failure Unencodable names the first such character, and the caller may offer to save it as

@@ -1,3 +1,4 @@
+#include "core/editing_surface.h"
 #include "files/text_file.h"
 #include "platform/file_handles.h"
 
@@ -180,6 +181,30 @@ private Q_SLOTS:
         QCOMPARE(read.decoded.text, decoded.text);
         QVERIFY(saveDocumentFile(handles, 1, file, read.decoded.text, read.decoded.format).ok());
         QCOMPARE(readBytes(file), bytes);
+    }
+
+    // What the user opens goes into the surface and comes back from it for the save.
+    void unchangedTextRoundTripsThroughTheSurface_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QByteArray everyByte;
+        for (int b = 0; b < 256; ++b) {
+            if (b != '\r')
+                everyByte += char(b);
+        }
+        QTest::newRow("NUL and controls") << QByteArray("a\0b\x01\x1F\x7F\tc\n", 9);
+        QTest::newRow("every byte, 1252") << everyByte;
+        QTest::newRow("UTF-8 with BOM, LF") << QByteArray("\xEF\xBB\xBF<P>caf\xC3\xA9</P>\n\n");
+        QTest::newRow("line separator") << QByteArray("a\xE2\x80\xA8" "b\r\n");
+        QTest::newRow("trailing blanks and line") << QByteArray("a  \r\n\r\n");
+    }
+    void unchangedTextRoundTripsThroughTheSurface()
+    {
+        QFETCH(QByteArray, bytes);
+        const DecodedText decoded = decodeText(bytes);
+        EditingSurface surface;
+        surface.setText(decoded.text);
+        QCOMPARE(encodeText(surface.Text(), decoded.format), bytes);
     }
 
     void decodedText_data()
@@ -564,5 +589,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestTextFile)
+QTEST_MAIN(TestTextFile)
 #include "tst_text_file.moc"
