@@ -188,7 +188,8 @@ SaveResult failedWithErrno(int error, const QString &path, const QString &folder
                       QStringLiteral("The folder %1 can't be written to.").arg(folder));
     default:
         return failed(ErrorCode::PathFileAccess, SaveFailure::Other,
-                      QStringLiteral("%1 could not be saved: %2.").arg(path, QString::fromLocal8Bit(std::strerror(error))));
+                      QStringLiteral("%1 could not be saved: %2.")
+                          .arg(path, QString::fromLocal8Bit(std::strerror(error))));
     }
 }
 
@@ -229,7 +230,8 @@ DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress)
 {
     DecodedText result;
     // Enough for any line-end growth, so the text is never copied to grow.
-    const qsizetype ends = std::count(bytes.cbegin(), bytes.cend(), '\n') + std::count(bytes.cbegin(), bytes.cend(), '\r');
+    const qsizetype ends =
+        std::count(bytes.cbegin(), bytes.cend(), '\n') + std::count(bytes.cbegin(), bytes.cend(), '\r');
     const bool bom = bytes.startsWith("\xEF\xBB\xBF");
     {
         result.text.reserve(bytes.size() + ends);
@@ -407,7 +409,8 @@ SaveResult saveDocumentFile(FileHandles &handles, int slot, const QString &path,
     return result;
 }
 
-ReadResult openDocumentFile(FileHandles &handles, int slot, const QString &path, const DecodeProgress &progress)
+ReadResult openDocumentFile(FileHandles &handles, int slot, const QString &path,
+                            const DecodeProgress &progress)
 {
     ReadResult result;
     QByteArray bytes;

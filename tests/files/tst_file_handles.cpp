@@ -30,7 +30,8 @@ class Holder
 public:
     Holder(const QString &path, bool lock)
     {
-        m_process.start(QStringLiteral(LOCK_HOLDER), lock ? QStringList{path, QStringLiteral("lock")} : QStringList{path});
+        m_process.start(QStringLiteral(LOCK_HOLDER),
+                        lock ? QStringList{path, QStringLiteral("lock")} : QStringList{path});
     }
     ~Holder() { release(); }
 
@@ -145,7 +146,8 @@ private Q_SLOTS:
         QTest::addColumn<FileShare>("share");
         QTest::addColumn<ErrorCode>("expected");
         QTest::newRow("free, exclusive") << false << false << FileShare::Exclusive << ErrorCode::None;
-        QTest::newRow("held, exclusive") << true << false << FileShare::Exclusive << ErrorCode::PermissionDenied;
+        QTest::newRow("held, exclusive")
+            << true << false << FileShare::Exclusive << ErrorCode::PermissionDenied;
         QTest::newRow("held, shared") << true << false << FileShare::Shared << ErrorCode::None;
         QTest::newRow("locked, shared") << true << true << FileShare::Shared << ErrorCode::PermissionDenied;
         QTest::newRow("locked, no lock asked") << true << true << FileShare::None << ErrorCode::None;

@@ -132,7 +132,8 @@ private Q_SLOTS:
         everyByte += '\n';
 
         QTest::newRow("LF") << QByteArray("<P>a</P>\n<P>b</P>\n") << utf8 << false << LineEndStyle::Lf;
-        QTest::newRow("CR LF") << QByteArray("<P>a</P>\r\n<P>b</P>\r\n") << utf8 << false << LineEndStyle::CrLf;
+        QTest::newRow("CR LF") << QByteArray("<P>a</P>\r\n<P>b</P>\r\n") << utf8 << false
+                               << LineEndStyle::CrLf;
         QTest::newRow("CR") << QByteArray("<P>a</P>\r<P>b</P>\r") << utf8 << false << LineEndStyle::Cr;
         QTest::newRow("blank lines") << QByteArray("\n\n\n") << utf8 << false << LineEndStyle::Lf;
         QTest::newRow("no line end") << QByteArray("<P>") << utf8 << false << LineEndStyle::CrLf;
@@ -142,7 +143,8 @@ private Q_SLOTS:
         QTest::newRow("UTF-8 with BOM") << QByteArray("\xEF\xBB\xBF" "caf\xC3\xA9\r\n") << utf8 << true
                                         << LineEndStyle::CrLf;
         QTest::newRow("BOM only") << QByteArray("\xEF\xBB\xBF") << utf8 << true << LineEndStyle::CrLf;
-        QTest::newRow("U+FEFF inside") << QByteArray("a\xEF\xBB\xBF" "b") << utf8 << false << LineEndStyle::CrLf;
+        QTest::newRow("U+FEFF inside") << QByteArray("a\xEF\xBB\xBF") + "b" << utf8 << false
+                                       << LineEndStyle::CrLf;
         QTest::newRow("NUL bytes") << QByteArray("a\0b\nc\0", 6) << utf8 << false << LineEndStyle::Lf;
         QTest::newRow("Windows-1252") << QByteArray("caf\xE9 \x80 \x93q\x94\r\n") << cp1252 << false
                                       << LineEndStyle::CrLf;
@@ -214,7 +216,8 @@ private Q_SLOTS:
         QTest::newRow("LF becomes CR LF") << QByteArray("a\nb") << QString("a\r\nb");
         QTest::newRow("lone CR becomes CR LF") << QByteArray("a\rb") << QString("a\r\nb");
         QTest::newRow("LF CR is two line ends") << QByteArray("a\n\rb") << QString("a\r\n\r\nb");
-        QTest::newRow("1252 euro and quotes") << QByteArray("\x80\x93\x94") << QString::fromUtf16(u"\u20AC\u201C\u201D");
+        QTest::newRow("1252 euro and quotes")
+            << QByteArray("\x80\x93\x94") << QString::fromUtf16(u"\u20AC\u201C\u201D");
         QTest::newRow("1252 unassigned byte") << QByteArray("\x81") << QString::fromUtf16(u"\u0081");
         QTest::newRow("BOM is not text") << QByteArray("\xEF\xBB\xBF" "a") << QString("a");
         QTest::newRow("NUL stays") << QByteArray("a\0b", 3) << QString::fromUtf16(u"a\u0000b", 3);
@@ -244,7 +247,9 @@ private Q_SLOTS:
         QVERIFY(decoded.mixedLineEnds);
         // Saved again, the file has that one alone.
         const QByteArray saved = encodeText(decoded.text, decoded.format);
-        const QByteArray end = lineEnd == LineEndStyle::CrLf ? "\r\n" : lineEnd == LineEndStyle::Lf ? "\n" : "\r";
+        const QByteArray end = lineEnd == LineEndStyle::CrLf ? "\r\n"
+                               : lineEnd == LineEndStyle::Lf ? "\n"
+                                                             : "\r";
         QCOMPARE(saved.count(end), decoded.text.count(QLatin1String("\r\n")));
         QVERIFY(!decodeText(saved).mixedLineEnds);
     }
@@ -342,14 +347,16 @@ private Q_SLOTS:
         QTest::newRow("UTF-8, LF") << TextEncoding::Utf8 << LineEndStyle::Lf << QByteArray("\xC3\xA9\na\n");
         QTest::newRow("UTF-8, CR") << TextEncoding::Utf8 << LineEndStyle::Cr << QByteArray("\xC3\xA9\ra\r");
         QTest::newRow("1252, LF") << TextEncoding::Windows1252 << LineEndStyle::Lf << QByteArray("\xE9\na\n");
-        QTest::newRow("1252, CR LF") << TextEncoding::Windows1252 << LineEndStyle::CrLf << QByteArray("\xE9\r\na\r\n");
+        QTest::newRow("1252, CR LF") << TextEncoding::Windows1252 << LineEndStyle::CrLf
+                                     << QByteArray("\xE9\r\na\r\n");
     }
     void lineEndsWrittenAsTheFormatSays()
     {
         QFETCH(TextEncoding, encoding);
         QFETCH(LineEndStyle, lineEnd);
         QFETCH(QByteArray, bytes);
-        QCOMPARE(encodeText(QString::fromUtf16(u"\u00E9\r\na\r\n"), FileFormat{encoding, false, lineEnd}), bytes);
+        QCOMPARE(encodeText(QString::fromUtf16(u"\u00E9\r\na\r\n"), FileFormat{encoding, false, lineEnd}),
+                 bytes);
     }
 
     void newDocumentsAreUtf8WithCrLf()
@@ -417,7 +424,8 @@ private Q_SLOTS:
         QVERIFY(setMode(path(realFile), 0640));
         QVERIFY(QFile::link("real.html", path("second-link")));
         const QString link = path("link.html");
-        QVERIFY(::symlink(QFile::encodeName(linkTarget).constData(), QFile::encodeName(link).constData()) == 0);
+        QVERIFY(::symlink(QFile::encodeName(linkTarget).constData(), QFile::encodeName(link).constData()) ==
+                0);
 
         QVERIFY(saveTextFile(link, "new", FileFormat{}).ok());
         QVERIFY(QFileInfo(link).isSymLink());
@@ -456,8 +464,9 @@ private Q_SLOTS:
         QTest::addColumn<ErrorCode>("error");
         QTest::addColumn<SaveFailure>("failure");
         QTest::addColumn<QString>("message"); // %1 the path, %2 its folder
-        QTest::newRow("read-only folder") << "read-only folder" << ErrorCode::PermissionDenied
-                                          << SaveFailure::ReadOnlyFolder << "The folder %2 can't be written to.";
+        QTest::newRow("read-only folder")
+            << "read-only folder" << ErrorCode::PermissionDenied << SaveFailure::ReadOnlyFolder
+            << "The folder %2 can't be written to.";
         QTest::newRow("full disk") << "full disk" << ErrorCode::PathFileAccess << SaveFailure::DiskFull
                                    << "The disk is full.";
         QTest::newRow("character outside 1252")
