@@ -45,7 +45,8 @@ public:
     ErrorCode open(int slot, const QString &path, QByteArray *bytes = nullptr);
 
     // Takes a handle on a file without reading it (a document's first save under a name).
-    // The slot's old handle, if any, is closed first; lock puts the write lock on at once.
+    // The slot's old handle, if any, is closed first; lock puts the write lock on at once (when
+    // that fails the file is still held, shared, and PermissionDenied comes back).
     ErrorCode hold(int slot, const QString &path, bool lock = false);
 
     // After a save replaced the file by a rename, the handle still holds the old, unlinked
