@@ -17,7 +17,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <optional>
 
 namespace pw {
 
@@ -49,6 +48,56 @@ QPushButton *makeButton(QWidget *parent, const char *name, const QString &captio
     button->setAutoDefault(false);
     return button;
 }
+
+// A piece of the surface's text around the walk, read again when the walk leaves it: stepping
+// from word to word then neither copies the whole text nor moves the selection.
+class TextWindow
+{
+public:
+    explicit TextWindow(const EditingSurface &surface) : m_surface(surface) {}
+
+    // The run from pos up to, not including, the next separator or the end of the text.
+    QString runAt(int pos)
+    {
+        const int length = m_surface.TextLength();
+        for (int size = Chunk;; size *= 2) {
+            if (!holds(pos))
+                load(pos, size);
+            const qsizetype from = pos - m_start;
+            qsizetype i = from;
+            while (i < m_text.size() && !frmSpellChecker::Separators.contains(m_text.at(i)))
+                ++i;
+            if (i < m_text.size() || m_start + m_text.size() >= length)
+                return m_text.mid(from, i - from);
+            load(pos, size * 2); // a run longer than the window
+        }
+    }
+    QChar charAt(int pos)
+    {
+        if (!holds(pos) || pos - m_start >= m_text.size())
+            load(pos, Chunk);
+        return pos - m_start < m_text.size() ? m_text.at(pos - m_start) : QChar();
+    }
+    void clear()
+    {
+        m_text.clear();
+        m_start = -1;
+    }
+
+private:
+    static constexpr int Chunk = 4096;
+
+    bool holds(int pos) const { return m_start >= 0 && pos >= m_start && pos < m_start + m_text.size(); }
+    void load(int pos, int size)
+    {
+        m_start = pos;
+        m_text = m_surface.Mid(pos, size);
+    }
+
+    const EditingSurface &m_surface;
+    int m_start = -1;
+    QString m_text;
+};
 
 } // namespace
 
@@ -224,69 +273,63 @@ bool frmSpellChecker::CheckDocument()
     const QMetaObject::Connection closed = connect(document, &frmDoc::Unloaded, this, [this] { endWalk(); });
     const QMetaObject::Connection gone = connect(document, &QObject::destroyed, this, [this] { endWalk(); });
 
-    {
-        // Selection events go out at each stop and at the end, not for every word.
-        std::optional<EditingSurface::EventBatch> batch(std::in_place, *text);
-        text->setSelStart(0);
-        int closePos = text->Find(QStringLiteral(">"), text->SelStart(), -1, EditingSurface::NoHighlight);
-        int openPos = 0;
-        while (closePos != -1 && !ended) {
-            text->setSelLength(0);
-            openPos = text->Find(QStringLiteral("<"), closePos + 1, -1, EditingSurface::NoHighlight);
-            if (openPos == -1)
-                openPos = text->TextLength();
-            int pos = closePos + 1;
-            while (pos < openPos && pos < text->TextLength()) {
-                text->setSelStart(pos);
-                text->Span(Separators, true, true);
-                m_runStart = pos;
-                m_runLength = text->SelLength();
-                const QString raw = text->SelText();
-                QString word = ExtractWord(raw);
-                CurrentWord = word;
-                CurrentWordLength = qint16(word.size());
-                m_resumeAt = m_runStart + m_runLength;
-                if (!word.isEmpty() && !word.at(0).isDigit() && !raw.contains(QLatin1Char('&'))) {
-                    QString result;
-                    CheckWord(word, result);
-                    if (!result.isEmpty()) {
-                        Command2->setEnabled(true);
-                        Command3->setEnabled(true);
-                        WalkGoOn = False;
-                        const int lengthBefore = text->TextLength();
-                        batch.reset();
-                        text->ensureCursorVisible();
-                        text->Refresh();
-                        Q_EMIT walkStopped(CurrentWord);
-                        if (self && !m_ended && !WalkGoOn) {
-                            QEventLoop wait;
-                            m_wait = &wait;
-                            wait.exec();
-                            if (self)
-                                m_wait = nullptr;
-                        }
-                        if (!self)
-                            return false;
-                        Command2->setEnabled(false);
-                        Command3->setEnabled(false);
-                        ended = m_ended || !WalkGoOn || !walked || !text;
-                        if (ended)
-                            break;
-                        // A change moves the rest of the stretch by what it added or took away.
-                        openPos += text->TextLength() - lengthBefore;
-                        batch.emplace(*text);
+    TextWindow window(*text);
+    text->setSelStart(0);
+    int closePos = text->Find(QStringLiteral(">"), 0, -1, EditingSurface::NoHighlight);
+    while (closePos != -1 && !ended) {
+        int openPos = text->Find(QStringLiteral("<"), closePos + 1, -1, EditingSurface::NoHighlight);
+        if (openPos == -1)
+            openPos = text->TextLength();
+        int pos = closePos + 1;
+        while (pos < openPos && pos < text->TextLength()) {
+            const QString raw = window.runAt(pos);
+            QString word = ExtractWord(raw);
+            CurrentWord = word;
+            CurrentWordLength = qint16(word.size());
+            m_runStart = pos;
+            m_runLength = int(raw.size());
+            m_resumeAt = pos + m_runLength;
+            if (!word.isEmpty() && !word.at(0).isDigit() && !raw.contains(QLatin1Char('&'))) {
+                QString result;
+                CheckWord(word, result);
+                if (!result.isEmpty()) {
+                    // The selection shows the run, as Span gives it.
+                    text->setSelStart(m_runStart);
+                    text->setSelLength(m_runLength);
+                    text->ensureCursorVisible();
+                    text->Refresh();
+                    Command2->setEnabled(true);
+                    Command3->setEnabled(true);
+                    WalkGoOn = False;
+                    const int lengthBefore = text->TextLength();
+                    Q_EMIT walkStopped(CurrentWord);
+                    if (self && !m_ended && !WalkGoOn) {
+                        QEventLoop wait;
+                        m_wait = &wait;
+                        wait.exec();
+                        if (self)
+                            m_wait = nullptr;
                     }
+                    if (!self)
+                        return false;
+                    Command2->setEnabled(false);
+                    Command3->setEnabled(false);
+                    ended = m_ended || !WalkGoOn || !walked || !text;
+                    if (ended)
+                        break;
+                    // A change moves the rest of the stretch by what it added or took away.
+                    openPos += text->TextLength() - lengthBefore;
+                    window.clear();
                 }
-                // Step over the separator; a line end is one separator of two characters.
-                pos = m_resumeAt + (text->Mid(m_resumeAt, 2) == QLatin1String("\r\n") ? 2 : 1);
-                text->viewport()->update();
             }
-            if (!ended)
-                closePos = text->Find(QStringLiteral(">"), openPos, -1, EditingSurface::NoHighlight);
+            // Step over the separator; a line end is one separator of two characters.
+            pos = m_resumeAt + (window.charAt(m_resumeAt) == QLatin1Char('\r') ? 2 : 1);
         }
         if (!ended)
-            text->setSelLength(0);
+            closePos = text->Find(QStringLiteral(">"), openPos, -1, EditingSurface::NoHighlight);
     }
+    if (!ended)
+        text->setSelLength(0);
     disconnect(closed);
     disconnect(gone);
     m_walking = false;

@@ -11,6 +11,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStandardPaths>
+#include <QUrl>
 #include <QVariant>
 
 namespace pw {
@@ -93,9 +94,15 @@ struct WordStore::Connection {
         : name(QStringLiteral("pw_words_%1").arg(quintptr(this))), path(file)
     {
         db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        db.setDatabaseName(file);
-        if (readOnly)
-            db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+        if (readOnly) {
+            // Immutable: nobody writes the shipped store, so SQLite need not lock the file and
+            // check it for changes at every look-up.
+            db.setDatabaseName(QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()).toString(QUrl::FullyEncoded)
+                               + QStringLiteral("?immutable=1"));
+            db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
+        } else {
+            db.setDatabaseName(file);
+        }
     }
     ~Connection()
     {
@@ -112,6 +119,8 @@ struct WordStore::Connection {
     {
         if (!db.open())
             return failed(db.lastError().text(), error);
+        // The shipped store is read through a memory map rather than a page cache of its own.
+        QSqlQuery(db).exec(QStringLiteral("PRAGMA mmap_size = 268435456"));
         return prepareLookups(error);
     }
     bool prepareLookups(QString *error)
@@ -120,9 +129,9 @@ struct WordStore::Connection {
         keyQuery = QSqlQuery(db);
         wordQuery.setForwardOnly(true);
         keyQuery.setForwardOnly(true);
-        if (!wordQuery.prepare(QStringLiteral("SELECT Word, soundex FROM words WHERE Word = ?")))
+        if (!wordQuery.prepare(QStringLiteral("SELECT Word FROM words WHERE Word = ?")))
             return failed(wordQuery.lastError().text(), error);
-        if (!keyQuery.prepare(QStringLiteral("SELECT Word, soundex FROM words WHERE soundex = ?")))
+        if (!keyQuery.prepare(QStringLiteral("SELECT Word FROM words WHERE soundex = ?")))
             return failed(keyQuery.lastError().text(), error);
         return true;
     }
