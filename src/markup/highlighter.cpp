@@ -9,7 +9,9 @@
 #include "platform/platform.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QProgressBar>
+#include <QTextDocument>
 
 #include <exception>
 #include <optional>
@@ -47,6 +49,213 @@ private:
     int m_value = -1;
 };
 
+// Upper-cases [begin, end) outside double-quoted values in place, telling `changed` the offset of
+// each character that changed.
+template<typename F> void uppercaseOutsideQuotes(QChar *begin, QChar *end, F &&changed)
+{
+    bool inQuote = false;
+    for (QChar *c = begin; c != end; ++c) {
+        if (*c == QLatin1Char('"'))
+            inQuote = !inQuote;
+        if (inQuote)
+            continue;
+        const QChar upper = c->toUpper();
+        if (upper != *c) {
+            *c = upper;
+            changed(int(c - begin));
+        }
+    }
+}
+
+// The walk works on a copy of the text and hands its formats and rewrites to the surface in
+// batches: each batch is one edit, so the layout is updated once per batch, not once per tag.
+class Walker
+{
+public:
+    Walker(EditingSurface &surface, const TagWalk &walk)
+        : m_surface(surface), m_walk(walk), m_text(surfaceText(surface))
+    {
+        m_watch = QObject::connect(surface.document(), &QTextDocument::contentsChange, &surface,
+                                   [this] { m_changedOutside = m_changedOutside || !m_applying; });
+        m_sinceFlush.start();
+    }
+    ~Walker() { QObject::disconnect(m_watch); }
+    Walker(const Walker &) = delete;
+    Walker &operator=(const Walker &) = delete;
+
+    WalkEnd run()
+    {
+        try {
+            const WalkEnd end = walk();
+            flush();
+            return end;
+        } catch (...) {
+            flush(); // what was done stays done
+            throw;
+        }
+    }
+
+private:
+    using Edit = EditingSurface::RangeEdit;
+
+    WalkEnd walk()
+    {
+        g_commentSpans.clear();
+        EscapePressed(); // an old press doesn't count
+        bool aborted = false;
+
+        const QLatin1String open("<!--"), close("-->");
+        qsizetype pos = m_text.indexOf(open);
+        while (pos != -1 && !aborted) {
+            const qsizetype end = m_text.indexOf(close, pos);
+            if (end < 0) {
+                // The selection of [pos, end + 3) can't be set; what its length reaches is coloured.
+                if (m_walk.commentFont && 2 - pos > 0)
+                    queueFont(int(pos), int(2 - pos), m_walk.commentFont);
+                return WalkEnd::UnclosedComment;
+            }
+            if (m_walk.commentFont)
+                queueFont(int(pos), int(end - pos + 3), m_walk.commentFont);
+            g_commentSpans.append({int(pos), int(end + 2)});
+            pos = m_text.indexOf(open, qMax<qsizetype>(0, end - m_walk.nextCommentBack));
+            aborted = poll();
+        }
+
+        // Tag starts only grow, so the comment that may hold one is found by moving forward.
+        qsizetype span = 0;
+        int lastTagStart = -1;
+        int tagStart = upTo(QLatin1Char('<'), 0);
+        while (tagStart != lastTagStart && !aborted) {
+            const int length = int(m_text.size());
+            m_progress.set(tagStart, length);
+            while (span < g_commentSpans.size() && g_commentSpans[span].CommentEnd < tagStart)
+                ++span;
+            int caret;
+            if (span < g_commentSpans.size() && g_commentSpans[span].CommentStart <= tagStart) {
+                caret = g_commentSpans[span].CommentEnd;
+            } else {
+                const int tagEnd = upTo(QLatin1Char('>'), tagStart);
+                const int tagLength = qMin(tagEnd - tagStart + 1, length - tagStart);
+                if (tagLength > 0) {
+                    if (m_walk.tagFont)
+                        queueFont(tagStart, tagLength, m_walk.tagFont);
+                    if (m_walk.uppercase)
+                        rewrite(tagStart, tagLength);
+                }
+                caret = tagEnd;
+            }
+            lastTagStart = tagStart;
+            tagStart = upTo(QLatin1Char('<'), caret);
+            aborted = poll();
+        }
+        return aborted ? WalkEnd::Escaped : WalkEnd::Done;
+    }
+
+    // Text, built in one pass over the raw document.
+    static QString surfaceText(const EditingSurface &surface)
+    {
+        const QString raw = surface.document()->toRawText();
+        QString text(surface.TextLength(), Qt::Uninitialized);
+        QChar *out = text.data();
+        for (QChar c : raw) {
+            if (c == QChar::ParagraphSeparator) {
+                *out++ = QLatin1Char('\r');
+                *out++ = QLatin1Char('\n');
+            } else {
+                *out++ = c;
+            }
+        }
+        return text;
+    }
+
+    // Adjacent ranges of one font go as one.
+    void queueFont(int start, int length, const FontClass *font)
+    {
+        if (m_lastFont >= 0) {
+            Edit &last = m_pending[m_lastFont];
+            if (last.font == font && last.start + last.length == start) {
+                last.length += length;
+                return;
+            }
+        }
+        m_lastFont = int(m_pending.size());
+        m_pending.append({Edit::MergeFont, start, length, font, {}});
+    }
+
+    // Where UpTo would stop: on the next such character, else at the end.
+    int upTo(QChar c, int from) const
+    {
+        const qsizetype i = m_text.indexOf(c, from);
+        return int(i < 0 ? m_text.size() : i);
+    }
+
+    // Upper-cases a tag in the copy and queues the runs of characters that changed.
+    void rewrite(int start, int length)
+    {
+        if (m_walk.rewriteAlways)
+            m_pending.append({Edit::TakeLastFormat, start, length, nullptr, {}});
+        QChar *tag = m_text.data() + start;
+        int runStart = -1, runEnd = -1;
+        const auto queue = [&] {
+            if (runStart >= 0)
+                m_pending.append({Edit::Rewrite, start + runStart, runEnd - runStart, nullptr,
+                                  QString(tag + runStart, runEnd - runStart)});
+        };
+        uppercaseOutsideQuotes(tag, tag + length, [&](int offset) {
+            if (offset != runEnd) {
+                queue();
+                runStart = offset;
+            }
+            runEnd = offset + 1;
+        });
+        queue();
+    }
+
+    // The end of a round: hand over a batch now and then, and poll Escape (which may let events
+    // run). A change made meanwhile by someone else is read back in.
+    bool poll()
+    {
+        if (m_sinceFlush.elapsed() >= 20)
+            flush();
+        const bool escape = EscapePressed();
+        if (m_changedOutside) {
+            // A rewrite goes in only where its letters still stand.
+            m_pending.removeIf([this](const Edit &e) {
+                return e.kind == Edit::Rewrite
+                       && m_surface.Mid(e.start, e.length).compare(e.text, Qt::CaseInsensitive) != 0;
+            });
+            m_lastFont = -1;
+            flush();
+            m_text = m_surface.Text();
+            m_changedOutside = false;
+        }
+        return escape;
+    }
+
+    void flush()
+    {
+        if (!m_pending.isEmpty()) {
+            m_applying = true;
+            m_surface.applyEdits(m_pending);
+            m_applying = false;
+            m_pending.clear();
+            m_lastFont = -1;
+        }
+        m_sinceFlush.restart();
+    }
+
+    EditingSurface &m_surface;
+    const TagWalk &m_walk;
+    QString m_text;
+    QList<Edit> m_pending;
+    QElapsedTimer m_sinceFlush;
+    QMetaObject::Connection m_watch;
+    int m_lastFont = -1; // the last font range queued, while it can still grow
+    bool m_applying = false;
+    bool m_changedOutside = false;
+    Progress m_progress;
+};
+
 } // namespace
 
 const QList<CommentSpan> &CommentSpans()
@@ -57,13 +266,7 @@ const QList<CommentSpan> &CommentSpans()
 QString UppercaseOutsideQuotes(const QString &text)
 {
     QString out = text;
-    bool inQuote = false;
-    for (QChar &c : out) {
-        if (c == QLatin1Char('"'))
-            inQuote = !inQuote;
-        if (!inQuote)
-            c = c.toUpper();
-    }
+    uppercaseOutsideQuotes(out.data(), out.data() + out.size(), [](int) {});
     return out;
 }
 
@@ -75,64 +278,7 @@ bool HighlightOn()
 
 WalkEnd WalkTags(EditingSurface &text, const TagWalk &walk)
 {
-    g_commentSpans.clear();
-    Progress progress;
-    text.setSelStart(0);
-    EscapePressed(); // an old press doesn't count
-    bool aborted = false;
-
-    int pos = text.Find(QStringLiteral("<!--"));
-    while (pos != -1 && !aborted) {
-        text.setSelLength(0);
-        const int end = text.Find(QStringLiteral("-->"), pos);
-        if (end < 0) {
-            // The selection of [pos, end + 3) can't be set; what the length reaches first is coloured.
-            if (walk.commentFont && 2 - pos > 0)
-                text.formatRange(pos, 2 - pos, *walk.commentFont);
-            return WalkEnd::UnclosedComment;
-        }
-        text.setSelStart(pos);
-        text.setSelLength(end - pos + 3);
-        if (walk.commentFont)
-            text.setSelFont(*walk.commentFont);
-        text.setSelStart(end);
-        g_commentSpans.append({pos, end + 2});
-        text.setSelLength(0);
-        pos = text.Find(QStringLiteral("<!--"), text.SelStart() - walk.nextCommentBack);
-        aborted = EscapePressed();
-    }
-
-    int lastTagStart = -1;
-    text.setSelStart(0);
-    text.UpTo(QStringLiteral("<"));
-    int tagStart = text.SelStart();
-    while (tagStart != lastTagStart && !aborted) {
-        progress.set(tagStart, text.TextLength());
-        bool inComment = false;
-        for (const CommentSpan &span : std::as_const(g_commentSpans)) {
-            if (tagStart >= span.CommentStart && tagStart <= span.CommentEnd) {
-                inComment = true;
-                text.setSelStart(span.CommentEnd);
-                break;
-            }
-        }
-        if (!inComment) {
-            text.UpTo(QStringLiteral(">"));
-            const int tagEnd = text.SelStart();
-            text.setSelStart(tagStart);
-            text.setSelLength(tagEnd - tagStart + 1);
-            if (walk.tagFont)
-                text.setSelFont(*walk.tagFont);
-            if (walk.uppercase)
-                text.setSelText(UppercaseOutsideQuotes(text.SelText()));
-            text.setSelStart(tagEnd);
-        }
-        lastTagStart = tagStart;
-        text.UpTo(QStringLiteral("<"));
-        tagStart = text.SelStart();
-        aborted = EscapePressed();
-    }
-    return aborted ? WalkEnd::Escaped : WalkEnd::Done;
+    return Walker(text, walk).run();
 }
 
 namespace {

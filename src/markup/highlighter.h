@@ -49,7 +49,7 @@ struct TagWalk {
     int nextCommentBack = 0;                // the next "<!--" is searched from this far before "-->"
 };
 
-enum class WalkEnd { Done, Escaped, UnclosedComment, SurfaceGone };
+enum class WalkEnd { Done, Escaped, UnclosedComment };
 
 // Walks comments then tags of the surface, as both passes do; polls Escape once before and once
 // per round, and sets the progress strip's value. Fills CommentSpans().

@@ -217,6 +217,42 @@ private Q_SLOTS:
         QCOMPARE(state().Dirty, False);
     }
 
+    void unforeseenFailureIsReported()
+    {
+        load("<A><B><C>");
+        text().setSelStart(4);
+        program->platform->onEscapePoll = [](int poll) {
+            if (poll == 3)
+                throw std::runtime_error("Out of memory");
+        };
+        HighlightDocument(*doc);
+        QCOMPARE(program->platform->messages.size(), 1);
+        QCOMPARE(program->platform->messages.first().text,
+                 QString("An unforseen error was encountered!\r\nThe error is Out of memory\r\nCheck your "
+                         "document carefully where the\r\nhighlighting ended.  More than likely\r\nsomething "
+                         "in your document caused this error."));
+        QCOMPARE(program->platform->messages.first().style, 48);
+        QCOMPARE(fontClasses(text()), QString("hhhhhhttt")); // both tags done before the failure
+        QCOMPARE(text().SelStart(), 4);
+        QCOMPARE(state().Dirty, False);
+        QVERIFY(!QApplication::overrideCursor());
+    }
+
+    void textAddedDuringThePassIsWalkedToo()
+    {
+        setUppercase(true);
+        load("<a><b><c>");
+        program->platform->onEscapePoll = [this](int poll) {
+            if (poll != 2)
+                return;
+            text().setSelStart(text().TextLength());
+            text().setSelText("<d>");
+        };
+        HighlightDocument(*doc);
+        QCOMPARE(text().Text(), QString("<A><B><C><D>"));
+        QCOMPARE(fontClasses(text()), QString(12, QLatin1Char('h')));
+    }
+
     void previewTouchesNoDocumentState()
     {
         load("<P>x");
@@ -315,6 +351,14 @@ private Q_SLOTS:
         QCOMPARE(text().Text(), QString("<P>a<B>b</B>"));
         QVERIFY(text().Undo());
         QCOMPARE(text().Text(), QString("<p>a<b>b</b>"));
+    }
+
+    void conversionGivesEachTagTheFormatOfItsEnd()
+    {
+        load("<b>x");
+        text().formatRange(1, 1, CommentFont);
+        ConvertTagsToUpper(*doc);
+        QCOMPARE(fontClasses(text()), QString("tttt")); // as writing the tag's SelText would
     }
 
     void escapeEndsTheConversion()
