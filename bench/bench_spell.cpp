@@ -4,7 +4,7 @@
 #include "core/editing_surface.h"
 #include "core/main_window.h"
 #include "spell/soundex.h"
-#include "spell/spell_checker.h"
+#include "spell/checking_walk.h"
 #include "spell/word_store.h"
 #include "spell/word_store_builder.h"
 

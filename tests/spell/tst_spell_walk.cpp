@@ -2,7 +2,7 @@
 #include "core/editing_surface.h"
 #include "core/main_window.h"
 #include "platform/scripted_platform.h"
-#include "spell/spell_checker.h"
+#include "spell/checking_walk.h"
 #include "spell/word_store.h"
 #include "spell/word_store_builder.h"
 

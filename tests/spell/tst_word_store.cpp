@@ -84,14 +84,6 @@ private Q_SLOTS:
         QCOMPARE(SoundexName(name), key);
     }
 
-    void keyHelpers()
-    {
-        QVERIFY(ValidSoundex("ABCDEF"));
-        QVERIFY(!ValidSoundex("ABCDE"));
-        QVERIFY(EndofName("abc", 3));
-        QVERIFY(!EndofName("abc", 2));
-    }
-
     void builderKeepsOnlyAskableWords()
     {
         QCOMPARE(StoreWords({"Cat", "cat", "CAT", "cat's", "café", "dog\r", " the ", "", "x2",

@@ -1,4 +1,4 @@
-#include "spell/spell_checker.h"
+#include "spell/checking_walk.h"
 
 #include "core/app_state.h"
 #include "core/document_window.h"
