@@ -239,14 +239,28 @@ private Q_SLOTS:
         QCOMPARE(platform->messages.size(), 1);
     }
 
-    void closingTheDocumentEndsTheWalk()
+    void closingWhileWaitingEndsTheWalk_data()
     {
+        QTest::addColumn<QString>("what");
+        QTest::newRow("document closed") << "document";
+        QTest::newRow("main window closed") << "main";
+        QTest::newRow("main window deleted") << "delete";
+    }
+    void closingWhileWaitingEndsTheWalk()
+    {
+        QFETCH(QString, what);
         ScopedScriptedPlatform platform;
         doc->Text->setText("<p>dgo wrld</p>");
         frmSpellChecker *form = open();
-        QPointer<frmDoc> closing(doc);
-        connect(form, &frmSpellChecker::walkStopped, form, [closing] {
-            QTimer::singleShot(0, closing, [closing] { closing->close(); });
+        connect(form, &frmSpellChecker::walkStopped, form, [this, what] {
+            QTimer::singleShot(0, main.get(), [this, what] {
+                if (what == "document")
+                    doc->close();
+                else if (what == "main")
+                    main->close();
+                else
+                    main.reset();
+            });
         });
         form->Command1->click();
         QCOMPARE(stops.size(), 1);
