@@ -42,7 +42,7 @@ QStringList rowsOf(const QString &path)
 
 } // namespace
 
-class TestWordStore : public QObject
+class TestSpellStore : public QObject
 {
     Q_OBJECT
 
@@ -223,5 +223,5 @@ private:
     QString storePath;
 };
 
-QTEST_MAIN(TestWordStore)
-#include "tst_word_store.moc"
+QTEST_MAIN(TestSpellStore)
+#include "tst_spell_store.moc"
