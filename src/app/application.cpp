@@ -5,7 +5,9 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
+#include "core/settings_store.h"
 #include "files/new_document.h"
+#include "spell/word_store.h"
 
 #include <QMenu>
 
@@ -34,7 +36,10 @@ void Application::onDocumentWindowCreated(frmDoc *document)
 
 void Application::start()
 {
-    m_main->resize(1024, 720);
+    LoadSettings(*m_main);
+    // Without a word store the spell checker stays off for the whole run.
+    m_main->setButtonEnabled(QStringLiteral("imgSpell"), WordStoreAvailable());
+    QObject::connect(m_main.get(), &frmMDIMain::unloaded, m_main.get(), [this] { SaveSettings(*m_main); });
     m_main->show();
     NewDocument();
 }

@@ -1,13 +1,18 @@
 #include "app/commands.h"
 
 #include "app/command_table.h"
+#include "core/about_box.h"
+#include "core/association_command.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
 #include "core/status_line.h"
 #include "files/new_document.h"
+#include "markup/case_conversion.h"
 #include "markup/clipboard_undo.h"
+#include "markup/highlighter.h"
 #include "markup/tag_placement.h"
+#include "spell/checking_walk.h"
 
 #include <QAction>
 #include <QApplication>
@@ -138,13 +143,22 @@ void RegisterCommands(CommandTable &table, frmMDIMain &main)
     table.setHandler(QStringLiteral("mnuWindowTileCas"), [&main](frmDoc *) { main.mdiArea->cascadeSubWindows(); });
     table.setHandler(QStringLiteral("mnuWindowTileH"), [&main](frmDoc *) { main.mdiArea->tileSubWindows(); });
 
+    // Help and the association
+    table.setHandler(QStringLiteral("mnuHelpAbout"), [](frmDoc *) { ShowAboutBox(); });
+    table.setHandler(QStringLiteral("mnuOptionAssociate"), [](frmDoc *) { AssociateFilesCommand(); });
+
     // Options
     registerOption(table, main, Option::Toolbar, [&main](bool on) {
         main.Toolbar1->setVisible(on);
         main.Toolbar2->setVisible(on && !main.markupToolsHidden());
     });
-    registerOption(table, main, Option::Highlight, nullptr);
-    registerOption(table, main, Option::UHTML, nullptr);
+    // These two flip their option themselves, and may flip it back at Cancel.
+    table.setHandler(QLatin1String(optionItemName(Option::Highlight)), [](frmDoc *) { ToggleHighlighting(); });
+    table.setHandler(QLatin1String(optionItemName(Option::UHTML)), [](frmDoc *) { ToggleUppercaseOption(); });
+    table.setHandler(QStringLiteral("mnuHTMLUcase"), [](frmDoc *doc) {
+        if (doc)
+            ConvertTagsToUpper(*doc);
+    });
     registerOption(table, main, Option::MaximizeDocs, nullptr);
     registerOption(table, main, Option::AddTemplate, nullptr);
     registerOption(table, main, Option::AutoSave, [&main](bool on) { on ? main.tmrAutoSave->start() : main.tmrAutoSave->stop(); });
@@ -162,6 +176,7 @@ void RegisterCommands(CommandTable &table, frmMDIMain &main)
     button(QStringLiteral("imgEditPaste"), [] { PasteClipboard(); });
     button(QStringLiteral("imgUndo"), [] { UndoEdit(); });
     button(QStringLiteral("imgExit"), [&main] { main.close(); });
+    button(QStringLiteral("imgSpell"), [] { ShowSpellChecker(); });
 }
 
 } // namespace pw

@@ -45,6 +45,7 @@ private Q_SLOTS:
         QCOMPARE(doc->Text->Text(), text);
         QCOMPARE(doc->Text->SelStart(), caret);
         QCOMPARE(doc->Text->SelLength(), 0);
+        QCOMPARE(program->main().slots().state(doc->slot()).Dirty, True);
     }
 
     void singleLiterals_data()
