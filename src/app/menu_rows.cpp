@@ -4,7 +4,23 @@ namespace pw {
 
 // The menus as they stand: "name|caption|shortcut", two blanks of indent a level, "-" a separator
 // ("-name" a named one). Arrays are written name(index); "@previous" stands for the separator and
-// the ten previous-file items that both File menus end with.
+// the ten previous-file items that both File menus end with, "@options" for the option rows both
+// Options menus share.
+
+static const char *const kOptionRows = R"(
+mnuOptionFontColor|&Font / Color
+-
+mnuOptionToolbar|Show &Toolbar
+mnuOptionHTML|Highlight &HTML
+mnuOptionUHTML|Convert HTML to &Uppercase
+mnuOptionLockFiles|&Lock Files
+mnuOptionSiteMap|Site &Map
+mnuOptionMaxDocs|&Maximize Doc
+mnuOptionAutosave|Auto Sa&ve Files
+mnuOptionBlankFile|Add Template
+-
+mnuOptionAssociate|&Associate files
+)";
 
 static const char *const kMainMenu = R"(
 mnuFile|&File
@@ -14,18 +30,7 @@ mnuFile|&File
   mnuFileExit|E&xit
   @previous
 mnuOption|&Options
-  mnuOptionFontColor|&Font / Color
-  -
-  mnuOptionToolbar|Show &Toolbar
-  mnuOptionHTML|Highlight &HTML
-  mnuOptionUHTML|Convert HTML to &Uppercase
-  mnuOptionLockFiles|&Lock Files
-  mnuOptionSiteMap|Site &Map
-  mnuOptionMaxDocs|&Maximize Doc
-  mnuOptionAutosave|Auto Sa&ve Files
-  mnuOptionBlankFile|Add Template
-  -
-  mnuOptionAssociate|&Associate files
+  @options
   mnuOptionCostumize|&Costumize Fn Keys
   mnuOptionSelectBrowser|&Select Browser
 mnuHelp|&Help
@@ -65,18 +70,7 @@ mnuEdit|&Edit
   mnuEditPasteTime|Paste T&ime|Ctrl+T
   mnuEditPasteDate|Paste &Date|Ctrl+D
 mnuOptionS|&Options
-  mnuOptionFontColor|&Font / Color
-  -
-  mnuOptionToolbar|Show &Toolbar
-  mnuOptionHTML|Highlight &HTML
-  mnuOptionUHTML|Convert HTML to &Uppercase
-  mnuOptionLockFiles|&Lock Files
-  mnuOptionSiteMap|Site &Map
-  mnuOptionMaxDocs|&Maximize Doc
-  mnuOptionAutosave|Auto Sa&ve Files
-  mnuOptionBlankFile|Add Template
-  -
-  mnuOptionAssociate|&Associate files
+  @options
   mnuOptionComstumize|&Customize Fn Keys
   mnuOptionSelectBrowser|&Select Browser
 mnuhtml|&HTML
@@ -214,6 +208,13 @@ QList<MenuRow> parseMenuRows(const char *text)
             rows.append({int(indent / 2), QStringLiteral("-mnuFileSep1"), {}, {}});
             for (int i = 0; i < 10; ++i)
                 rows.append({int(indent / 2), QStringLiteral("mnuFilePrevious(%1)").arg(i), {}, {}});
+            continue;
+        }
+        if (line.mid(indent) == QLatin1String("@options")) {
+            for (MenuRow row : parseMenuRows(kOptionRows)) {
+                row.depth += int(indent / 2);
+                rows.append(row);
+            }
             continue;
         }
         MenuRow row;
