@@ -9,26 +9,44 @@
 
 namespace pw {
 
+ProgressStrip::ProgressStrip(bool show) : m_shown(show)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    if (!m_shown || !main)
+        return;
+    main->ProgressBar->setValue(0);
+    main->ProgressBar->setFixedWidth(qMax(10, main->Picture1->width() - twipsToPixels(240)));
+    main->Picture1->show();
+}
+
+ProgressStrip::~ProgressStrip()
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    if (!m_shown || !main)
+        return;
+    main->ProgressBar->setValue(100);
+    main->Picture1->hide();
+}
+
+void ProgressStrip::step(qint64 done, qint64 total)
+{
+    const int value = total > 0 ? int(qBound(qint64(0), 100 * done / total, qint64(100))) : 0;
+    if (value == m_lastValue)
+        return;
+    m_lastValue = value;
+    if (frmMDIMain *main = frmMDIMain::instance())
+        main->ProgressBar->setValue(value);
+}
+
 LongPass::LongPass(const QString &statusText, bool showProgress) : m_progress(showProgress)
 {
     if (!statusText.isEmpty())
         SetStatusText(statusText);
     ShowWaitCursor();
-    frmMDIMain *main = frmMDIMain::instance();
-    if (m_progress && main) {
-        main->ProgressBar->setValue(0);
-        main->ProgressBar->setFixedWidth(qMax(10, main->Picture1->width() - twipsToPixels(240)));
-        main->Picture1->show();
-    }
 }
 
 LongPass::~LongPass()
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (m_progress && main) {
-        main->ProgressBar->setValue(100);
-        main->Picture1->hide();
-    }
     HideWaitCursor();
     if (!m_keepStatus)
         ClearStatusText();
@@ -36,12 +54,7 @@ LongPass::~LongPass()
 
 void LongPass::step(qint64 done, qint64 total)
 {
-    const int value = total > 0 ? int(qBound(qint64(0), 100 * done / total, qint64(100))) : 100;
-    if (value == m_lastValue || !m_progress)
-        return;
-    m_lastValue = value;
-    if (frmMDIMain *main = frmMDIMain::instance())
-        main->ProgressBar->setValue(value);
+    m_progress.step(done, total);
 }
 
 bool LongPass::escapePressed()

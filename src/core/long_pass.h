@@ -4,6 +4,24 @@
 
 namespace pw {
 
+// The progress strip under the documents: with `show`, shown at 0 for its lifetime and hidden at 100
+// at its end; without, it only sets the value of a strip someone else shows.
+class ProgressStrip
+{
+public:
+    explicit ProgressStrip(bool show = true);
+    ~ProgressStrip();
+    ProgressStrip(const ProgressStrip &) = delete;
+    ProgressStrip &operator=(const ProgressStrip &) = delete;
+
+    // After each unit of work: the integer part of 100 x done / total.
+    void step(qint64 done, qint64 total);
+
+private:
+    bool m_shown;
+    int m_lastValue = -1;
+};
+
 // A long pass: status text, wait cursor and progress strip for its lifetime, Escape polled on
 // request. Everything it showed is reset on every way out of the scope.
 class LongPass
@@ -22,9 +40,8 @@ public:
     void keepStatusText() { m_keepStatus = true; }
 
 private:
-    bool m_progress;
+    ProgressStrip m_progress;
     bool m_keepStatus = false;
-    int m_lastValue = -1;
 };
 
 } // namespace pw

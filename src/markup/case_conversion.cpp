@@ -3,11 +3,11 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
+#include "core/long_pass.h"
 #include "core/main_window.h"
 #include "core/status_line.h"
 #include "markup/highlighter.h"
 
-#include <QProgressBar>
 
 namespace pw {
 
@@ -21,9 +21,7 @@ void ConvertTagsToUpper(frmDoc &document)
     const int caret = text.SelStart();
     {
         EditingSurface::EventBatch oneEvent(text);
-        main->ProgressBar->setValue(0);
-        main->ProgressBar->setFixedWidth(qMax(10, main->Picture1->width() - twipsToPixels(240)));
-        main->Picture1->show();
+        ProgressStrip strip;
         SetStatusText(QStringLiteral("Converting all HTML tags to upper case...Hit ESC to abort."));
 
         TagWalk walk;
@@ -34,8 +32,6 @@ void ConvertTagsToUpper(frmDoc &document)
             EditingSurface::EditGroup oneStep(text);
             WalkTags(text, walk);
         }
-        main->ProgressBar->setValue(100);
-        main->Picture1->hide();
         text.setSelLength(0);
         text.setSelStart(caret);
     }

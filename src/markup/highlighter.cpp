@@ -3,6 +3,7 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
+#include "core/long_pass.h"
 #include "core/main_window.h"
 #include "core/status_line.h"
 #include "platform/message_box.h"
@@ -10,7 +11,6 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QProgressBar>
 #include <QTextDocument>
 
 #include <exception>
@@ -30,24 +30,6 @@ struct PassFailure {
 };
 
 constexpr int InvalidPropertyValue = int(ErrorCode::InvalidPropertyValue);
-
-// The progress strip's value, set only when it changes.
-class Progress
-{
-public:
-    void set(qint64 done, qint64 total)
-    {
-        const int value = total > 0 ? int(100 * done / total) : 0;
-        if (value == m_value)
-            return;
-        m_value = value;
-        if (frmMDIMain *main = frmMDIMain::instance())
-            main->ProgressBar->setValue(value);
-    }
-
-private:
-    int m_value = -1;
-};
 
 // Upper-cases [begin, end) outside double-quoted values in place, telling `changed` the offset of
 // each character that changed.
@@ -127,7 +109,7 @@ private:
         int tagStart = upTo(QLatin1Char('<'), 0);
         while (tagStart != lastTagStart && !aborted) {
             const int length = int(m_text.size());
-            m_progress.set(tagStart, length);
+            m_progress.step(tagStart, length);
             while (span < g_commentSpans.size() && g_commentSpans[span].CommentEnd < tagStart)
                 ++span;
             int caret;
@@ -253,7 +235,7 @@ private:
     int m_lastFont = -1; // the last font range queued, while it can still grow
     bool m_applying = false;
     bool m_changedOutside = false;
-    Progress m_progress;
+    ProgressStrip m_progress{false}; // the pass shows the strip
 };
 
 } // namespace
@@ -309,11 +291,7 @@ void colourPass(EditingSurface &text, const ClassFonts &fonts, frmDoc *document,
     std::optional<PassFailure> failure;
     {
         EditingSurface::EventBatch oneEvent(text);
-        if (!preview) {
-            main->ProgressBar->setValue(0);
-            main->ProgressBar->setFixedWidth(qMax(10, main->Picture1->width() - twipsToPixels(240)));
-            main->Picture1->show();
-        }
+        ProgressStrip strip(!preview);
         TagWalk walk;
         walk.commentFont = &fonts.comment;
         walk.tagFont = &fonts.html;
@@ -341,10 +319,6 @@ void colourPass(EditingSurface &text, const ClassFonts &fonts, frmDoc *document,
             MsgBox(lines.join(LineEnd), MsgStyle::OkOnly + MsgStyle::Exclamation, AppTitle());
         }
 
-        if (main) {
-            main->ProgressBar->setValue(100);
-            main->Picture1->hide();
-        }
         text.setSelLength(0);
         text.setSelStart(caret);
         text.setSelFont(fonts.text);
