@@ -46,6 +46,8 @@ QList<QMenu *> CommandTable::buildMenus(const QList<MenuRow> &rows, QWidget *own
         if (row.name.startsWith(QLatin1Char('-'))) {
             QAction *separator = parent->addSeparator();
             separator->setObjectName(row.name.mid(1));
+            // The previous-file items show once the list has entries.
+            separator->setVisible(row.name != QLatin1String("-mnuFileSep1"));
             continue;
         }
         if (hasChildren) {
@@ -65,6 +67,8 @@ QList<QMenu *> CommandTable::buildMenus(const QList<MenuRow> &rows, QWidget *own
             action->setShortcut(QKeySequence(row.shortcut));
         action->setShortcutContext(Qt::WindowShortcut);
         parent->addAction(action);
+        if (row.name.startsWith(QLatin1String("mnuFilePrevious(")))
+            action->setVisible(false);
 
         Option option = Option::Highlight;
         if (options && isOptionItem(row.name, &option)) {

@@ -86,6 +86,14 @@ void registerOption(CommandTable &table, frmMDIMain &main, Option option, std::f
 
 } // namespace
 
+void setButtonHandler(CommandTable &table, frmMDIMain &main, const QString &key, std::function<void()> command)
+{
+    table.setHandler(key, [&main, command = std::move(command)](frmDoc *) {
+        focusCurrentDocument(main);
+        command();
+    });
+}
+
 void mnuFile_Click(frmDoc &document)
 {
     frmMDIMain *main = frmMDIMain::instance();
@@ -161,14 +169,9 @@ void RegisterCommands(CommandTable &table, frmMDIMain &main)
     });
     registerOption(table, main, Option::MaximizeDocs, nullptr);
     registerOption(table, main, Option::AddTemplate, nullptr);
-    registerOption(table, main, Option::AutoSave, [&main](bool on) { on ? main.tmrAutoSave->start() : main.tmrAutoSave->stop(); });
 
-    // Toolbar1: each click first gives the focus to the current document.
     const auto button = [&table, &main](const QString &key, std::function<void()> command) {
-        table.setHandler(key, [&main, command](frmDoc *) {
-            focusCurrentDocument(main);
-            command();
-        });
+        setButtonHandler(table, main, key, std::move(command));
     };
     button(QStringLiteral("imgFileNew"), [] { NewDocument(); });
     button(QStringLiteral("imgEditCopy"), [] { CopySelection(); });
@@ -177,6 +180,11 @@ void RegisterCommands(CommandTable &table, frmMDIMain &main)
     button(QStringLiteral("imgUndo"), [] { UndoEdit(); });
     button(QStringLiteral("imgExit"), [&main] { main.close(); });
     button(QStringLiteral("imgSpell"), [] { ShowSpellChecker(); });
+
+    RegisterOpenCommands(table, main);
+    RegisterSaveCommands(table, main);
+    RegisterPrintAndStampCommands(table, main);
+    RegisterHelpCommands(table, main);
 }
 
 } // namespace pw

@@ -3,6 +3,8 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
+#include "files/file_locks.h"
+#include "files/save_document.h"
 #include "markup/live_colouring.h"
 
 namespace pw {
@@ -27,6 +29,11 @@ void WireDocument(frmMDIMain &main, frmDoc &document)
     QObject::connect(text, &EditingSurface::MouseUp, doc,
                      [doc](int button, int shift, int x, int y) { Text_MouseUp(*doc, button, shift, x, y); });
     QObject::connect(text, &EditingSurface::GotFocus, doc, [doc] { Text_GotFocus(*doc); });
+
+    // Closing: the question about changes, then the file let go (and stamped where it applies).
+    QObject::connect(doc, &frmDoc::QueryUnload, doc,
+                     [doc](bool *cancel, int unloadMode) { Form_QueryUnload(*doc, cancel, unloadMode); });
+    QObject::connect(doc, &frmDoc::Unloaded, doc, [](int slot) { CloseDocumentFile(slot); });
 }
 
 } // namespace pw

@@ -206,7 +206,7 @@ QList<MenuRow> parseMenuRows(const char *text)
         const QStringList fields = line.mid(indent).split(QLatin1Char('|'));
         if (line.mid(indent) == QLatin1String("@previous")) {
             rows.append({int(indent / 2), QStringLiteral("-mnuFileSep1"), {}, {}});
-            for (int i = 0; i < 10; ++i)
+            for (int i = 1; i <= 10; ++i)
                 rows.append({int(indent / 2), QStringLiteral("mnuFilePrevious(%1)").arg(i), {}, {}});
             continue;
         }

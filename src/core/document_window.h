@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/file_format.h"
+
 #include <QMdiSubWindow>
 
 class QLineEdit;
@@ -24,6 +26,9 @@ public:
     QLineEdit *Text1 = nullptr; // hidden
     QString Tag;                // the slot number as text
     qint16 LastKeyAscii = 0;
+    // How the document's file is written back: the encoding, byte-order mark and line ends it
+    // was read with; a new document's default otherwise.
+    FileFormat fileFormat;
 
     int slot() const { return Tag.toInt(); }
     QString Caption() const { return windowTitle(); }

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace pw {
+
+// mnuOptionLockFiles: flips the option and locks or unlocks every open document's file at once.
+void ToggleLockFiles();
+// The file side of closing a document: unlock, the closing stamp pass where it applies, close
+// the handle. Errors are ignored: the window is closing in any case.
+void CloseDocumentFile(int slot);
+
+} // namespace pw

@@ -1,0 +1,8 @@
+#include "files/printing.h"
+
+namespace pw {
+
+void PrintDocument() {}
+void PrintSelection() {}
+
+} // namespace pw
