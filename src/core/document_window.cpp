@@ -98,12 +98,23 @@ void frmDoc::unloadQuietly()
     close();
 }
 
+void frmDoc::unloadForShutdown()
+{
+    m_unloadMode = UnloadByMainWindow;
+    close();
+    // Nothing may keep the window at shutdown.
+    if (!m_unloaded) {
+        m_quiet = true;
+        close();
+    }
+}
+
 void frmDoc::closeEvent(QCloseEvent *event)
 {
     if (!m_quiet) {
         bool cancel = false;
-        Q_EMIT QueryUnload(&cancel, 0);
-        if (cancel) {
+        Q_EMIT QueryUnload(&cancel, m_unloadMode);
+        if (cancel && m_unloadMode == UnloadByUser) {
             event->ignore();
             return;
         }

@@ -44,6 +44,13 @@ public:
     void Form_Activate();
     // Closes the window without asking (after a failed open).
     void unloadQuietly();
+    // Closes the window because the main window closes: the question about changes offers no
+    // Cancel, and the window goes whatever the answer.
+    void unloadForShutdown();
+
+    // Why a window closes, as QueryUnload reports it.
+    static constexpr int UnloadByUser = 0;
+    static constexpr int UnloadByMainWindow = 4;
 
 Q_SIGNALS:
     // Before closing: a handler may set *cancel. unloadMode 0 is the user's close, 1 the program's.
@@ -62,6 +69,7 @@ private:
     frmMDIMain *m_main;
     QList<QMenu *> m_menus;
     bool m_quiet = false;
+    int m_unloadMode = UnloadByUser;
     bool m_unloaded = false;
 };
 

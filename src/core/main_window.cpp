@@ -155,6 +155,10 @@ void frmMDIMain::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
+    // Each document is asked (Yes and No only) and unloaded, then the main window unloads.
+    for (int slot : m_slots.openSlots())
+        if (frmDoc *document = m_slots.document(slot))
+            document->unloadForShutdown();
     event->accept();
     Q_EMIT unloaded();
 }

@@ -21,7 +21,6 @@ namespace pw {
 namespace {
 
 QList<CommentSpan> g_commentSpans;
-bool g_highlightOpenDocuments = false;
 
 // A failure of the pass, reported by the message box at its end.
 struct PassFailure {
@@ -252,6 +251,12 @@ QString UppercaseOutsideQuotes(const QString &text)
     return out;
 }
 
+bool &HighlightOpenDocuments()
+{
+    static bool answer = false;
+    return answer;
+}
+
 bool HighlightOn()
 {
     frmMDIMain *main = frmMDIMain::instance();
@@ -355,8 +360,8 @@ void ToggleHighlighting()
     if (on && slots.AnyDocumentOpen()) {
         switch (MsgBox(QStringLiteral("Highlight open documents?"), MsgStyle::YesNoCancel + MsgStyle::Exclamation,
                        AppTitle())) {
-        case MsgAnswer::Yes: g_highlightOpenDocuments = true; break;
-        case MsgAnswer::No: g_highlightOpenDocuments = false; break;
+        case MsgAnswer::Yes: HighlightOpenDocuments() = true; break;
+        case MsgAnswer::No: HighlightOpenDocuments() = false; break;
         default:
             options.toggle(Option::Highlight);
             return;
@@ -371,7 +376,7 @@ void ToggleHighlighting()
             text.formatRange(0, text.TextLength(), TextFont);
             text.setSelStart(caret);
             ApplyClassFont(text, false);
-        } else if (g_highlightOpenDocuments) {
+        } else if (HighlightOpenDocuments()) {
             HighlightDocument(*document);
         }
         slots.state(slot).Dirty = dirty;

@@ -35,6 +35,10 @@ QString UppercaseOutsideQuotes(const QString &text);
 // The checked state of the highlighting option (mnuOptionHTML).
 bool HighlightOn();
 
+// The answer to "Highlight open documents?" (false at the start). The activation handler of the
+// main window reads and sets it too.
+bool &HighlightOpenDocuments();
+
 // The action of mnuOptionHTML: flips the option, asks "Highlight open documents?" when turning it
 // on with documents open, and colours or uncolours them.
 void ToggleHighlighting();
