@@ -1,6 +1,7 @@
 #include "app/application.h"
 #include "core/main_window.h"
 #include "core/status_line.h"
+#include "platform/termination_request.h"
 
 #include <QApplication>
 
@@ -16,6 +17,7 @@ int main(int argc, char **argv)
     pw::Application program;
     QObject::connect(&program.main(), &pw::frmMDIMain::unloaded, &app, &QCoreApplication::quit,
                      Qt::QueuedConnection);
+    pw::onTerminationRequest(&program.main(), [&program] { program.main().close(); });
     program.MDIForm_Load(commandLine);
     pw::HideWaitCursor();
     return app.exec();
