@@ -93,6 +93,35 @@ private Q_SLOTS:
         QVERIFY(!one->item("mnuOptionMaxDocs")->isChecked());
     }
 
+    void noDocumentLeavesOnlyTheFileButtons()
+    {
+        frmDoc *doc = program->newDocument();
+        doc->close();
+        QTRY_VERIFY(program->main().slots().openSlots().isEmpty());
+        QStringList visible;
+        for (QAction *a : program->main().Toolbar1->actions())
+            if (a->isVisible())
+                visible << (a->isSeparator() ? QStringLiteral("-") : a->objectName());
+        QCOMPARE(visible, (QStringList{"imgFileNew", "imgFileOpen", "imgFileSave", "imgHelp", "-", "imgExit"}));
+        QVERIFY(program->main().Toolbar2->isHidden());
+        program->newDocument();
+        QVERIFY(!program->main().Toolbar2->isHidden());
+        QVERIFY(program->main().button("imgFind")->isVisible());
+    }
+
+    void optionToggledOnMainMenuShowsOnEveryDocument()
+    {
+        frmDoc *one = program->newDocument();
+        frmDoc *two = program->newDocument();
+        QAction *mainItem = program->main().findChild<QAction *>("mnuOptionBlankFile");
+        QVERIFY(mainItem && mainItem->isChecked());
+        mainItem->trigger();
+        QVERIFY(!mainItem->isChecked());
+        QVERIFY(!one->item("mnuOptionBlankFile")->isChecked());
+        QVERIFY(!two->item("mnuOptionBlankFile")->isChecked());
+        QVERIFY(program->newDocument()->Text->Text().isEmpty());
+    }
+
     void toolbarOptionHidesBothBars()
     {
         frmDoc *doc = program->newDocument();
