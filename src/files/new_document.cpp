@@ -5,6 +5,7 @@
 #include "core/editing_surface.h"
 #include "core/main_window.h"
 #include "core/status_line.h"
+#include "files/previous_lists.h"
 
 namespace pw {
 
@@ -37,6 +38,7 @@ frmDoc *NewDocument()
     ApplyClassFont(*doc->Text, false);
     if (main->options().isChecked(Option::AddTemplate))
         FillBlankTemplate(*doc);
+    SyncDocumentMenus(); // the new window's menu shows the previous files too
     slots.state(slot).Dirty = False;
     if (main->markupToolsHidden())
         SetMarkupToolsHidden(false);
