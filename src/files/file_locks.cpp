@@ -6,7 +6,15 @@
 
 namespace pw {
 
-void ToggleLockFiles() {}
+void ToggleLockFiles()
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    if (!main)
+        return;
+    // Every menu shows the one shared state; untitled documents hold nothing to lock.
+    main->options().toggle(Option::LockFiles);
+    FileHandles::instance().lockAll(main->options().isChecked(Option::LockFiles)); // errors are not reported
+}
 
 void CloseDocumentFile(int slot)
 {

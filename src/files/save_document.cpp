@@ -1,11 +1,268 @@
 #include "files/save_document.h"
 
+#include "core/app_state.h"
+#include "core/document_window.h"
+#include "core/editing_surface.h"
+#include "core/main_window.h"
+#include "core/settings_store.h"
+#include "core/status_line.h"
+#include "files/previous_lists.h"
+#include "files/text_file.h"
+#include "platform/message_box.h"
+#include "platform/platform.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QToolBar>
+
 namespace pw {
 
-bool SaveDocument() { return false; }
-bool SaveDocumentAs() { return false; }
-QString ForceExtension(const QString &fileName, int, QChar) { return fileName; }
-void AddToSiteMap(const QString &) {}
-void Form_QueryUnload(frmDoc &, bool *, int) {}
+namespace {
+
+// Hide the read-only box, explorer look, long names.
+constexpr int SaveDialogFlags = 0x4 | 0x80000 | 0x200000;
+
+SiteMapEntry &siteMapEntry()
+{
+    static SiteMapEntry entry;
+    return entry;
+}
+
+bool lockFilesOn(frmMDIMain &main) { return main.options().isChecked(Option::LockFiles); }
+
+// What a cancelled or refused name leaves: the screen the dialog covered drawn again.
+void refreshAfterDialog(frmMDIMain &main)
+{
+    main.Toolbar1->update();
+    main.slots().RefreshDocuments();
+}
+
+// Another open document holding the file: saving over it would leave two windows on one file,
+// and the other's next save would undo this one.
+bool heldByAnotherDocument(int slot, const QString &path)
+{
+    const QString target = QFileInfo(path).canonicalFilePath();
+    if (target.isEmpty())
+        return false;
+    const FileHandles &handles = FileHandles::instance();
+    for (int other : handles.heldSlots())
+        if (other != slot && QFileInfo(handles.path(other)).canonicalFilePath() == target)
+            return true;
+    return false;
+}
+
+void showPermissionDenied(const QString &reason)
+{
+    QString text = QStringLiteral("Permission Denied!");
+    if (!reason.isEmpty())
+        text += LineEnd + reason;
+    MsgBox(text, MsgStyle::Exclamation, AppTitle());
+}
+
+// The save dialog and the questions after it; an empty result means nothing is to be saved.
+QString chooseSaveName(frmMDIMain &main, frmDoc &doc)
+{
+    const QChar separator = QDir::separator();
+    const bool untitled = doc.Caption().startsWith(QLatin1String("Untitled"));
+    const QString defaultDir = PathLessLastComponent(History.Open, separator);
+
+    CommonDialog &dialog = main.CMDialog1;
+    dialog.Filter = SaveDialogFilter;
+    dialog.Flags = SaveDialogFlags;
+    dialog.DefaultExt.clear();
+    dialog.InitDir = defaultDir;
+    dialog.FileName = untitled ? defaultDir + QStringLiteral("Untitled") : doc.Caption();
+    // The shared dialog may carry an index from another filter; start at the name's own type so
+    // that a plain Save As never changes an extension unasked.
+    dialog.FilterIndex = untitled ? 1 : FilterIndexForName(doc.Caption());
+
+    if (dialog.ShowSave() != ErrorCode::None || dialog.FileName.isEmpty()) {
+        refreshAfterDialog(main);
+        return QString();
+    }
+    const QString path = ForceExtension(dialog.FileName, dialog.FilterIndex, separator);
+
+    if (heldByAnotherDocument(doc.slot(), path)) {
+        showPermissionDenied(QStringLiteral("The file %1 is open in another window.").arg(path));
+        refreshAfterDialog(main);
+        return QString();
+    }
+    if (QFileInfo::exists(path)) {
+        const int answer = MsgBox(path + LineEnd + QStringLiteral("Replace existing file?"),
+                                  MsgStyle::YesNo + MsgStyle::Question, AppTitle());
+        if (answer != MsgAnswer::Yes) {
+            refreshAfterDialog(main);
+            return QString();
+        }
+    }
+    return path;
+}
+
+// Writes the document to path and, when it worked, leaves it clean and saved. newName: the
+// document takes path as its name (a first save, or Save As to another file).
+bool writeDocument(frmMDIMain &main, frmDoc &doc, const QString &path, bool newName, const QString &status)
+{
+    DocumentSlots &slots = main.slots();
+    FileHandles &handles = FileHandles::instance();
+    const int slot = doc.slot();
+    const bool lockOn = lockFilesOn(main);
+
+    SetStatusText(status);
+    ShowWaitCursor();
+    struct Restore {
+        ~Restore()
+        {
+            HideWaitCursor();
+            ClearStatusText();
+        }
+    } restore;
+
+    const QString text = doc.Text->Text();
+    FileFormat format = doc.fileFormat;
+    SaveResult result = saveDocumentFile(handles, slot, path, text, format, lockOn);
+    if (result.failure == SaveFailure::Unencodable) {
+        HideWaitCursor();
+        const int answer = MsgBox(result.message + LineEnd + LineEnd + QStringLiteral("Save the file as UTF-8?"),
+                                  MsgStyle::YesNo + MsgStyle::Question, AppTitle());
+        if (answer != MsgAnswer::Yes)
+            return false;
+        ShowWaitCursor();
+        format.encoding = TextEncoding::Utf8;
+        format.bom = false;
+        result = saveDocumentFile(handles, slot, path, text, format, lockOn);
+    }
+    if (!result.ok()) {
+        HideWaitCursor();
+        showPermissionDenied(result.message);
+        return false;
+    }
+    doc.fileFormat = format;
+    if (lockOn && !handles.isLocked(slot))
+        handles.lock(slot); // a lock that can't be had is not reported
+
+    if (newName) {
+        doc.setCaption(path);
+        AddToSiteMap(path);
+    }
+    DocumentState &state = slots.state(slot);
+    state.Dirty = False;
+    state.Saved = True;
+    main.setButtonEnabled(QStringLiteral("imgFileSave"), false);
+    if (newName) {
+        AddPreviousFile(path);
+        refreshAfterDialog(main);
+    }
+    doc.Text->SetFocus();
+    return true;
+}
+
+} // namespace
+
+QString ForceExtension(const QString &fileName, int filterIndex, QChar separator)
+{
+    static const char *const extensions[] = {"html", "htm", "shtml", "txt"};
+    if (filterIndex < 1 || filterIndex > 4)
+        return fileName;
+    const qsizetype nameStart = fileName.lastIndexOf(separator) + 1;
+    if (nameStart == fileName.size())
+        return fileName; // no name to give an extension to
+    const qsizetype dot = fileName.lastIndexOf(QLatin1Char('.'));
+    const QString stem = dot > nameStart ? fileName.left(dot) : fileName;
+    return stem + QLatin1Char('.') + QLatin1String(extensions[filterIndex - 1]);
+}
+
+QString PathLessLastComponent(const QString &path, QChar separator)
+{
+    return path.left(path.lastIndexOf(separator) + 1);
+}
+
+int FilterIndexForName(const QString &fileName)
+{
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    if (suffix == QLatin1String("html"))
+        return 1;
+    if (suffix == QLatin1String("htm"))
+        return 2;
+    if (suffix == QLatin1String("shtml"))
+        return 3;
+    if (suffix == QLatin1String("txt"))
+        return 4;
+    return 5;
+}
+
+bool SaveDocument()
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    frmDoc *doc = main ? main->slots().current() : nullptr;
+    if (!doc)
+        return false;
+    if (doc->Caption().startsWith(QLatin1String("Untitled"))) {
+        const QString path = chooseSaveName(*main, *doc);
+        if (path.isEmpty())
+            return false;
+        return writeDocument(*main, *doc, path, true, QStringLiteral("Saving ") + path);
+    }
+    return writeDocument(*main, *doc, doc->Caption(), false, QStringLiteral("Saving ") + doc->Caption());
+}
+
+bool SaveDocumentAs()
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    frmDoc *doc = main ? main->slots().current() : nullptr;
+    if (!doc)
+        return false;
+    const QString path = chooseSaveName(*main, *doc);
+    if (path.isEmpty())
+        return false;
+    // To its own name: a plain save, the document keeps its name and its place on the list.
+    const bool newName = path != doc->Caption();
+    return writeDocument(*main, *doc, path, newName, QStringLiteral("Saving As ") + path);
+}
+
+void AddToSiteMap(const QString &path)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    if (!main || !main->options().isChecked(Option::SiteMap))
+        return;
+    if (const SiteMapEntry &entry = siteMapEntry())
+        entry(path);
+}
+
+void SetSiteMapEntry(SiteMapEntry entry)
+{
+    siteMapEntry() = std::move(entry);
+}
+
+void Form_QueryUnload(frmDoc &document, bool *cancel, int unloadMode)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    if (!main)
+        return;
+    DocumentSlots &slots = main->slots();
+    const int slot = document.slot();
+    if (!slots.state(slot).Dirty)
+        return;
+    const bool cancelOffered = unloadMode == 0 || unloadMode == 1;
+    const QString question = QStringLiteral("The text in [") + document.Caption()
+                             + QStringLiteral("] has changed.") + LineEnd
+                             + QStringLiteral("Do you want to save the changes?");
+    for (;;) {
+        const int answer = MsgBox(question, cancelOffered ? MsgStyle::YesNoCancel : MsgStyle::YesNo, AppTitle());
+        if (answer == MsgAnswer::Cancel && cancelOffered) {
+            *cancel = true;
+            return;
+        }
+        if (answer != MsgAnswer::Yes)
+            return;
+        slots.CurrentDocument = slot;
+        if (SaveDocument())
+            return;
+        // Yes, yet nothing saved: keep the window, or ask again where it can't be kept.
+        if (cancelOffered) {
+            *cancel = true;
+            return;
+        }
+    }
+}
 
 } // namespace pw
