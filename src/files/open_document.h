@@ -10,13 +10,15 @@ class frmDoc;
 
 // The ways a file becomes a document. All share one load sequence: a slot and its window, the
 // file read and held under the slot's number, the colouring pass, the anchor names, the
-// previous-file list. After any failure no half-filled window stays and the slot is free.
+// previous-file list. After any failure no half-filled window stays and the slot is free. A file
+// of a megabyte or more shows the progress strip while it is decoded, and Escape there drops it.
 
 // The path as the platform writes it in full: absolute, relative to the starting folder, with
 // symlinks kept.
 QString LongPathOf(const QString &path);
 
-// mnuFileOpen, imgFileOpen: the open dialog; nothing happens when it is cancelled.
+// mnuFileOpen, imgFileOpen: the open dialog; nothing happens when it is cancelled. A file held
+// elsewhere gives "Permission denied!", any other failure the platform's reason.
 frmDoc *OpenFromDialog();
 // The start with a file on the command line: the file goes into slot 1, which must be free.
 // beforeMessage runs before an error is shown (the start hides its splash there).
@@ -29,7 +31,8 @@ frmDoc *OpenFromSiteMap(const QString &path);
 frmDoc *OpenPrevious(int index);
 // An autosaved file as a new, dirty document that holds no file; the caller sets its caption.
 frmDoc *RecoverFile(const QString &path);
-// mnuFileImport: a file's text at the caret of the current document.
+// mnuFileImport: a file's text at the caret of the current document, uncoloured; the document
+// keeps its name and becomes dirty. Holds nothing: only a locked file is refused.
 void ImportFile();
 // Collects the names of the anchors of slot's document into LocalNames (at most 20).
 void FindLocalNames(int slot);

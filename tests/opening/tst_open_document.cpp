@@ -170,6 +170,20 @@ private Q_SLOTS:
         QVERIFY(PreviousEntries[PreviousKind::Files].isEmpty());
     }
 
+    void commandLinePathIsMadeAbsoluteKeepingLinks()
+    {
+        const QString path = write("rel.html", "<P>r</P>");
+        QVERIFY(QFile::link(path, dir->filePath("link.html")));
+        const QString old = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir->path()));
+        frmDoc *doc = OpenFromCommandLine(QStringLiteral("link.html"));
+        QDir::setCurrent(old);
+        QVERIFY(doc);
+        QCOMPARE(doc->slot(), 1);
+        QCOMPARE(doc->Caption(), dir->filePath("link.html"));
+        QCOMPARE(doc->Text->Text(), QStringLiteral("<P>r</P>"));
+    }
+
     void lockFilesLocksTheOpenedFile()
     {
         main().options().setChecked(Option::LockFiles, true);
