@@ -1,9 +1,162 @@
 #include "files/stamps.h"
 
+#include "core/app_state.h"
+#include "core/document_window.h"
+#include "core/editing_surface.h"
+#include "core/main_window.h"
+#include "files/text_file.h"
+#include "markup/tag_placement.h"
+#include "platform/file_handles.h"
+#include "platform/message_box.h"
+#include "platform/platform.h"
+
+#include <QLocale>
+#include <QSignalBlocker>
+
 namespace pw {
 
-void PlaceStamp(StampKind) {}
-void StampDocument(int) {}
-void StampOnClose(int) {}
+namespace {
+
+constexpr StampKind kAllKinds[] = {StampKind::LongDate, StampKind::ShortDate, StampKind::LongTime,
+                                   StampKind::ShortTime};
+
+const char *markerName(StampKind kind)
+{
+    switch (kind) {
+    case StampKind::LongDate: return "TPWLDATE";
+    case StampKind::ShortDate: return "TPWSDATE";
+    case StampKind::LongTime: return "TPWLTIME";
+    case StampKind::ShortTime: return "TPWSTIME";
+    }
+    return "";
+}
+
+// A time format without its time-zone field ("t") and the blank that set it apart; quoted
+// literal text is left alone.
+QString withoutTimeZone(const QString &format)
+{
+    QString out;
+    bool quoted = false;
+    for (qsizetype i = 0; i < format.size(); ++i) {
+        const QChar c = format[i];
+        if (c == QLatin1Char('\'')) {
+            quoted = !quoted;
+            out += c;
+            continue;
+        }
+        if (quoted || c != QLatin1Char('t')) {
+            out += c;
+            continue;
+        }
+        while (i + 1 < format.size() && format[i + 1] == QLatin1Char('t'))
+            ++i;
+        if (!out.isEmpty() && out.back().isSpace()) {
+            while (!out.isEmpty() && out.back().isSpace())
+                out.chop(1);
+        } else {
+            while (i + 1 < format.size() && format[i + 1].isSpace())
+                ++i;
+        }
+    }
+    return out.trimmed();
+}
+
+} // namespace
+
+QString StampStartMarker(StampKind kind)
+{
+    return QStringLiteral("<!-- %1 -->").arg(QLatin1String(markerName(kind)));
+}
+
+QString StampEndMarker(StampKind kind)
+{
+    return QStringLiteral("<!-- /%1 -->").arg(QLatin1String(markerName(kind)));
+}
+
+QString StampValue(StampKind kind, const QDateTime &when)
+{
+    const QLocale locale;
+    switch (kind) {
+    case StampKind::LongDate: return locale.toString(when.date(), QLocale::LongFormat);
+    case StampKind::ShortDate: return locale.toString(when.date(), QLocale::ShortFormat);
+    case StampKind::LongTime:
+        return locale.toString(when.time(), withoutTimeZone(locale.timeFormat(QLocale::LongFormat)));
+    case StampKind::ShortTime:
+        return locale.toString(when.time(), withoutTimeZone(locale.timeFormat(QLocale::ShortFormat)));
+    }
+    return {};
+}
+
+void PlaceStamp(StampKind kind)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    frmDoc *document = main && main->slots().AnyDocumentOpen() ? main->slots().current() : nullptr;
+    if (!document)
+        return;
+    EditingSurface &surface = *document->Text;
+    if (surface.SelLength() >= 1 && ConfirmSelectionReplace() != MsgAnswer::Yes)
+        return;
+    {
+        EditingSurface::EditGroup oneStep(surface);
+        ApplyCommentFont(surface);
+        surface.setSelText(StampStartMarker(kind) + StampEndMarker(kind));
+    }
+    ApplyClassFont(surface, false);
+    surface.SetFocus();
+}
+
+void StampDocument(int slot)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    frmDoc *document = main ? main->slots().document(slot) : nullptr;
+    if (!document)
+        return;
+    EditingSurface &surface = *document->Text;
+    // The window is closing: its change events would write the panels and buttons of a document
+    // that is already gone.
+    const QSignalBlocker quiet(surface);
+    const QDateTime now = platform().now();
+    bool changed = false;
+    {
+        EditingSurface::EditGroup oneStep(surface);
+        for (StampKind kind : kAllKinds) {
+            const QString start = StampStartMarker(kind);
+            const QString end = StampEndMarker(kind);
+            const int at = surface.Find(start, 0, -1, 0);
+            if (at < 0)
+                continue;
+            const int endAt = surface.Find(end, at, -1, 0);
+            if (endAt < 0) {
+                MsgBox(QStringLiteral("Found ") + start + QStringLiteral(" tag without ") + end
+                           + QStringLiteral(" tag!") + LineEnd + QStringLiteral("Scripting aborted!!"),
+                       MsgStyle::Exclamation, AppTitle());
+                if (changed)
+                    main->slots().state(slot).Dirty = True;
+                return;
+            }
+            const int from = at + int(start.size());
+            surface.setSelStart(from);
+            surface.setSelLength(endAt - from);
+            surface.setSelText(StampValue(kind, now));
+            changed = true;
+        }
+    }
+    if (!changed)
+        return;
+    const SaveResult saved = saveDocumentFile(FileHandles::instance(), slot, document->Caption(), surface.Text(),
+                                              document->fileFormat);
+    main->slots().state(slot).Dirty = saved.ok() ? False : True;
+}
+
+void StampOnClose(int slot)
+{
+    frmMDIMain *main = frmMDIMain::instance();
+    frmDoc *document = main ? main->slots().document(slot) : nullptr;
+    if (!document)
+        return;
+    const DocumentState &state = main->slots().state(slot);
+    if (!state.Dirty && state.Saved && !document->isUntitled())
+        StampDocument(slot);
+}
 
 } // namespace pw

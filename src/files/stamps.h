@@ -1,10 +1,20 @@
 #pragma once
 
+#include <QDateTime>
+#include <QString>
+
 namespace pw {
 
 // The four marker pairs whose contents are renewed with the date or time when a saved
 // document closes.
 enum class StampKind { LongDate, ShortDate, LongTime, ShortTime };
+
+// "<!-- TPWLDATE -->" and "<!-- /TPWLDATE -->" and their twins.
+QString StampStartMarker(StampKind kind);
+QString StampEndMarker(StampKind kind);
+// The value a pair is renewed with: the user's locale's long or short date or time format, with
+// the time-zone field dropped.
+QString StampValue(StampKind kind, const QDateTime &when);
 
 // mnuAccretionLDate and its three twins: an empty marker pair at the caret, in the comment class.
 void PlaceStamp(StampKind kind);
