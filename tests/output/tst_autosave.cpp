@@ -162,21 +162,6 @@ private Q_SLOTS:
         QCOMPARE(readAll(file), QByteArray("other!"));
     }
 
-    void fileNamesHaveAtLeastThreeDigits_data()
-    {
-        QTest::addColumn<int>("slot");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("1") << 1 << "AutoSaved.001";
-        QTest::newRow("42") << 42 << "AutoSaved.042";
-        QTest::newRow("1234") << 1234 << "AutoSaved.1234";
-    }
-    void fileNamesHaveAtLeastThreeDigits()
-    {
-        QFETCH(int, slot);
-        QFETCH(QString, name);
-        QCOMPARE(AutoSaveFileName(slot), name);
-    }
-
     void timerFollowsTheOption()
     {
         frmMDIMain &main = program->main();
@@ -231,19 +216,6 @@ private Q_SLOTS:
         // Nothing left: the next start asks nothing.
         RecoverAutoSavedFiles();
         QCOMPARE(messages.size(), 1);
-    }
-
-    void emptyingLeavesNoFile()
-    {
-        program->main().options().setChecked(Option::AutoSave, true);
-        program->newDocument();
-        program->newDocument();
-        AutoSavePass();
-        QCOMPARE(autosavedFiles().size(), 2);
-        EmptyAutoSaveFolder();
-        QVERIFY(autosavedFiles().isEmpty());
-        RecoverAutoSavedFiles();
-        QVERIFY(program->platform->messages.isEmpty());
     }
 
 private:

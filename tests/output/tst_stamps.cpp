@@ -107,9 +107,7 @@ private Q_SLOTS:
         const QLocale de(QLocale::German, QLocale::Germany);
         const QLocale cn(QLocale::Chinese, QLocale::China);
         QTest::newRow("us long date") << us << int(StampKind::LongDate) << LongDate;
-        QTest::newRow("us short date") << us << int(StampKind::ShortDate) << ShortDate;
         QTest::newRow("us long time without zone") << us << int(StampKind::LongTime) << LongTime;
-        QTest::newRow("us short time") << us << int(StampKind::ShortTime) << ShortTime;
         QTest::newRow("german long date") << de << int(StampKind::LongDate) << "Montag, 23. November 2026";
         QTest::newRow("german long time without zone") << de << int(StampKind::LongTime) << "14:05:09";
         QTest::newRow("zone field in front") << cn << int(StampKind::LongTime) << "14:05:09";
@@ -137,8 +135,6 @@ private Q_SLOTS:
             << "<P>" + pair + "</P>\r\n" << true << "<P><!-- TPWLDATE -->" + LongDate.toUtf8() + "<!-- /TPWLDATE --></P>\r\n"
             << QString();
         QTest::newRow("opened and closed: untouched") << pair << false << pair << QString();
-        QTest::newRow("no markers: untouched") << QByteArray("<P>plain</P>") << true
-                                               << QByteArray("<P>plain</P>") << QString();
         QTest::newRow("all four kinds")
             << QByteArray("<!-- TPWSTIME -->1<!-- /TPWSTIME --><!-- TPWLTIME --><!-- /TPWLTIME -->"
                           "<!-- TPWSDATE -->3<!-- /TPWSDATE --><!-- TPWLDATE -->4<!-- /TPWLDATE -->")
@@ -214,16 +210,6 @@ private Q_SLOTS:
         program->platform->answers.enqueue(MsgAnswer::No);
         doc->close();
         QCOMPARE(readAll(path), pair);
-    }
-
-    void untitledDocumentIsNotStamped()
-    {
-        frmDoc *doc = program->newDocument();
-        doc->Text->setText("<!-- TPWLDATE -->old<!-- /TPWLDATE -->");
-        program->main().slots().state(doc->slot()).Dirty = False;
-        program->main().slots().state(doc->slot()).Saved = True;
-        StampOnClose(doc->slot());
-        QCOMPARE(doc->Text->Text(), QString("<!-- TPWLDATE -->old<!-- /TPWLDATE -->"));
     }
 
 private:
