@@ -4,6 +4,8 @@
 #include "core/options.h"
 
 #include <QAction>
+#include <QFile>
+#include <QImageReader>
 #include <QMenu>
 #include <QPainter>
 #include <QToolBar>
@@ -95,8 +97,8 @@ QList<QMenu *> CommandTable::buildMenus(const QList<MenuRow> &rows, QWidget *own
     return top;
 }
 
-// A small picture for a button whose theme icon is missing: its initials on a tile.
-static QIcon fallbackIcon(const QString &text)
+// The last resort, where SVG can't be read: the button's initials on a tile.
+static QIcon drawnIcon(const QString &text)
 {
     QPixmap pixmap(24, 24);
     pixmap.fill(Qt::transparent);
@@ -117,6 +119,16 @@ static QIcon fallbackIcon(const QString &text)
     return QIcon(pixmap);
 }
 
+// The button's own picture, shipped with the program, for a theme that lacks the button's icon.
+static QIcon bundledIcon(const ButtonRow &row)
+{
+    static const bool svgReadable = QImageReader::supportedImageFormats().contains("svg");
+    const QString file = QStringLiteral(":/icons/toolbar/") + row.key + QStringLiteral(".svg");
+    if (svgReadable && QFile::exists(file))
+        return QIcon(file);
+    return drawnIcon(row.toolTip);
+}
+
 void CommandTable::buildToolbars(frmMDIMain &main) const
 {
     const auto fill = [&](QToolBar *bar, const QList<ButtonRow> &rows) {
@@ -125,7 +137,7 @@ void CommandTable::buildToolbars(frmMDIMain &main) const
                 bar->addSeparator();
                 continue;
             }
-            auto *action = new QAction(QIcon::fromTheme(row.themeIcon, fallbackIcon(row.toolTip)), row.toolTip, &main);
+            auto *action = new QAction(QIcon::fromTheme(row.themeIcon, bundledIcon(row)), row.toolTip, &main);
             action->setObjectName(row.key);
             action->setToolTip(row.toolTip);
             action->setStatusTip(row.description);
