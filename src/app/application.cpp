@@ -7,6 +7,7 @@
 #include "core/editing_surface.h"
 #include "core/main_window.h"
 #include "core/settings_store.h"
+#include "core/title_window.h"
 #include "files/autosave.h"
 #include "files/new_document.h"
 #include "files/open_document.h"
@@ -46,6 +47,7 @@ void Application::MDIForm_Load(const QString &commandLine, const std::function<v
 {
     frmMDIMain &main = *m_main;
     DocumentSlots &slots = main.slots();
+    PrintTitleVersion();
     main.SetMarkupToolsHidden(false);
     slots.CurrentDocument = 1;
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &main,
