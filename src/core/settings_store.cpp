@@ -22,7 +22,7 @@ namespace {
 enum class Type { Boolean, Int16, Int32, Single, Text, FixedText, List };
 enum class Tree { App, Organisation };
 
-struct Spec {
+struct KeyEntry {
     Setting setting;
     const char *section; // "%1" stands for the font class or the key number
     const char *key;     // nullptr for a list: its keys are numbered "01" on
@@ -32,7 +32,7 @@ struct Spec {
 };
 
 // The one place every key is named.
-constexpr Spec kRegistry[] = {
+constexpr KeyEntry kRegistry[] = {
     {Setting::State, "WinState", "State", Type::Int16, "-2"},
     {Setting::Top, "WinState", "Top", Type::Single, "0"},
     {Setting::Left, "WinState", "Left", Type::Single, "0"},
@@ -91,16 +91,16 @@ constexpr bool registryInEnumOrder()
 }
 static_assert(registryInEnumOrder(), "kRegistry must list every Setting in enum order");
 
-const Spec &spec(Setting setting)
+const KeyEntry &entryOf(Setting setting)
 {
     return kRegistry[size_t(setting)];
 }
 
-struct FontSectionSpec {
+struct FontSectionEntry {
     const char *name;
     const char *boldDefault;
 };
-constexpr FontSectionSpec kFontSections[] = {
+constexpr FontSectionEntry kFontSections[] = {
     {"HTML Font", "True"},
     {"TEXT Font", "False"},
     {"Comment Font", "False"},
@@ -116,7 +116,7 @@ QString twoDigits(int number)
 }
 
 // QSettings separates groups with "/"; the tree's sections use "\".
-QString groupOf(const Spec &s, const QString &instance)
+QString groupOf(const KeyEntry &s, const QString &instance)
 {
     QString section = QLatin1String(s.section);
     if (section.contains(QLatin1String("%1")))
@@ -124,7 +124,7 @@ QString groupOf(const Spec &s, const QString &instance)
     return section.replace(QLatin1Char('\\'), QLatin1Char('/'));
 }
 
-QString pathOf(const Spec &s, const QString &instance)
+QString pathOf(const KeyEntry &s, const QString &instance)
 {
     return groupOf(s, instance) + QLatin1Char('/') + QLatin1String(s.key);
 }
@@ -372,12 +372,12 @@ QSettings::Format SettingsStore::format()
 
 QSettings &SettingsStore::tree(Setting setting) const
 {
-    return spec(setting).tree == Tree::App ? *m_app : *m_organisation;
+    return entryOf(setting).tree == Tree::App ? *m_app : *m_organisation;
 }
 
 QVariant SettingsStore::read(Setting setting, const QString &instance, const char *defaultText) const
 {
-    const Spec &s = spec(setting);
+    const KeyEntry &s = entryOf(setting);
     const QVariant stored = tree(setting).value(pathOf(s, instance));
     if (stored.isValid()) {
         const QVariant value = parse(s.type, stored.toString());
@@ -389,61 +389,61 @@ QVariant SettingsStore::read(Setting setting, const QString &instance, const cha
 
 void SettingsStore::write(Setting setting, const QVariant &value, const QString &instance)
 {
-    const Spec &s = spec(setting);
+    const KeyEntry &s = entryOf(setting);
     tree(setting).setValue(pathOf(s, instance), formatValue(s.type, value));
 }
 
 bool SettingsStore::readBool(Setting setting) const
 {
-    Q_ASSERT(spec(setting).type == Type::Boolean);
+    Q_ASSERT(entryOf(setting).type == Type::Boolean);
     return read(setting).toBool();
 }
 
 int SettingsStore::readInt(Setting setting) const
 {
-    Q_ASSERT(spec(setting).type == Type::Int16 || spec(setting).type == Type::Int32);
+    Q_ASSERT(entryOf(setting).type == Type::Int16 || entryOf(setting).type == Type::Int32);
     return read(setting).toInt();
 }
 
 double SettingsStore::readFloat(Setting setting) const
 {
-    Q_ASSERT(spec(setting).type == Type::Single && spec(setting).defaultText);
+    Q_ASSERT(entryOf(setting).type == Type::Single && entryOf(setting).defaultText);
     return read(setting).toDouble();
 }
 
 QString SettingsStore::readString(Setting setting) const
 {
-    Q_ASSERT(spec(setting).type == Type::Text);
+    Q_ASSERT(entryOf(setting).type == Type::Text);
     return read(setting).toString();
 }
 
 void SettingsStore::writeBool(Setting setting, bool value)
 {
-    Q_ASSERT(spec(setting).type == Type::Boolean);
+    Q_ASSERT(entryOf(setting).type == Type::Boolean);
     write(setting, value);
 }
 
 void SettingsStore::writeInt(Setting setting, int value)
 {
-    Q_ASSERT(spec(setting).type == Type::Int16 || spec(setting).type == Type::Int32);
+    Q_ASSERT(entryOf(setting).type == Type::Int16 || entryOf(setting).type == Type::Int32);
     write(setting, value);
 }
 
 void SettingsStore::writeFloat(Setting setting, double value)
 {
-    Q_ASSERT(spec(setting).type == Type::Single);
+    Q_ASSERT(entryOf(setting).type == Type::Single);
     write(setting, value);
 }
 
 void SettingsStore::writeString(Setting setting, const QString &value)
 {
-    Q_ASSERT(spec(setting).type == Type::Text);
+    Q_ASSERT(entryOf(setting).type == Type::Text);
     write(setting, value);
 }
 
 FontClass SettingsStore::font(FontSection section) const
 {
-    const FontSectionSpec &fs = kFontSections[size_t(section)];
+    const FontSectionEntry &fs = kFontSections[size_t(section)];
     const QString name = QLatin1String(fs.name);
     FontClass f;
     f.Color = read(Setting::FontColor, name).toInt();
@@ -494,7 +494,7 @@ QStringList SettingsStore::list(PreviousKind kind) const
 {
     const Setting setting = kListSettings[size_t(kind)];
     QSettings &settings = tree(setting);
-    settings.beginGroup(groupOf(spec(setting), {}));
+    settings.beginGroup(groupOf(entryOf(setting), {}));
     QStringList entries;
     for (const QString &key : settings.childKeys()) {
         const QString entry = settings.value(key).toString();
@@ -510,7 +510,7 @@ void SettingsStore::setList(PreviousKind kind, const QStringList &entries)
 {
     const Setting setting = kListSettings[size_t(kind)];
     QSettings &settings = tree(setting);
-    const QString group = groupOf(spec(setting), {});
+    const QString group = groupOf(entryOf(setting), {});
     settings.remove(group);
     for (int i = 0; i < entries.size() && i < PreviousSavedMax && !entries[i].isEmpty(); ++i)
         settings.setValue(group + QLatin1Char('/') + twoDigits(i + 1), entries[i]);
