@@ -1,0 +1,45 @@
+#include "bench.h"
+
+#include "app/application.h"
+#include "core/document_window.h"
+#include "core/main_window.h"
+#include "files/open_document.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+// Opening a page as a user does: read, decode, one write into the surface, the colouring pass, the
+// anchor names.
+static bench::Register openBench("open", [] {
+    QStandardPaths::setTestModeEnabled(true);
+    QTemporaryDir dir;
+    pw::Application program;
+    program.main().resize(1024, 720);
+    program.main().show();
+    for (const qint64 size : {100 * 1024LL, 1024 * 1024LL, 8 * 1024 * 1024LL}) {
+        const QString path = dir.filePath(QStringLiteral("page%1.html").arg(size));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return;
+        file.write(bench::generatePage(size).toUtf8());
+        file.close();
+        for (const bool colour : {false, true}) {
+            program.main().options().setChecked(pw::Option::Highlight, colour);
+            const qint64 before = bench::residentBytes();
+            QElapsedTimer t;
+            t.start();
+            pw::frmDoc *doc = pw::OpenFromHandOver(path);
+            const double ms = double(t.nsecsElapsed()) / 1e6;
+            const QString figure = QStringLiteral("open_%1kb_%2").arg(size / 1024).arg(colour ? "coloured" : "plain");
+            bench::report("open", figure, ms, "ms");
+            if (size >= 8 * 1024 * 1024)
+                bench::report("open", figure + QStringLiteral("_memory_per_file_byte"),
+                              double(bench::residentBytes() - before) / double(size), "x");
+            if (doc)
+                doc->unloadQuietly();
+            QCoreApplication::processEvents();
+        }
+    }
+});
