@@ -11,6 +11,12 @@ int ScriptedPlatform::msgBox(const QString &text, int style, const QString &titl
     messages.append({text, style, title});
     if (!answers.isEmpty())
         return answers.dequeue();
+    // A question asked again and again with nothing scripted would hang the test: stop it loudly.
+    qsizetype repeats = 0;
+    for (qsizetype i = messages.size() - 1; i >= 0 && messages[i].text == text; --i)
+        ++repeats;
+    if (repeats > 100)
+        qFatal("Message box asked over and over without a scripted answer: %s", qPrintable(text));
     return buttonAnswer(style, MsgStyle::defaultButtonOf(style));
 }
 
