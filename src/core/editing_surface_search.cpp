@@ -1,0 +1,184 @@
+#include "core/editing_surface.h"
+
+#include <QTextBlock>
+#include <QTextLayout>
+
+// Finding text, spanning and stopping at characters, and lines: the surface's read-only walks.
+
+namespace pw {
+
+namespace {
+bool isWordChar(QChar c)
+{
+    return c.isLetterOrNumber() || c == QLatin1Char('_');
+}
+} // namespace
+
+int EditingSurface::Find(const QString &target, int start, int end, int options)
+{
+    if (target.isEmpty())
+        return -1;
+    const int length = TextLength();
+    const int from = start < 0 ? SelStart() : qMin(start, length);
+    const int to = end < 0 ? length : qMin(end, length);
+    const Qt::CaseSensitivity cs = (options & MatchCase) ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    const int size = int(target.size());
+    if (from + size > to)
+        return -1;
+
+    auto boundaryOk = [&](int pos) {
+        if (!(options & WholeWord))
+            return true;
+        const QString before = pos > 0 ? Mid(pos - 1, 1) : QString();
+        const QString after = Mid(pos + size, 1);
+        return !(before.size() == 1 && isWordChar(before[0])) && !(after.size() == 1 && isWordChar(after[0]));
+    };
+
+    const QStringList parts = target.split(QLatin1String("\r\n"));
+    const bool loneBreak = std::any_of(parts.begin(), parts.end(), [](const QString &p) {
+        return p.contains(QLatin1Char('\r')) || p.contains(QLatin1Char('\n'));
+    });
+
+    int found = -1;
+    if (loneBreak) {
+        // A lone CR or LF can only match half of a line end; rare enough to search a copy.
+        const QString range = Mid(from, to - from);
+        for (qsizetype i = range.indexOf(target, 0, cs); i >= 0; i = range.indexOf(target, i + 1, cs))
+            if (boundaryOk(from + int(i))) {
+                found = from + int(i);
+                break;
+            }
+    } else {
+        const int docFrom = toDocument(from);
+        QTextBlock block = document()->findBlock(docFrom);
+        int number = block.blockNumber();
+        int offset = docFrom - block.position();
+        for (; block.isValid() && found < 0; block = block.next(), ++number, offset = 0) {
+            const int blockStart = block.position() + number;
+            if (blockStart + offset + size > to)
+                break;
+            const QString text = block.text();
+            if (parts.size() == 1) {
+                for (qsizetype i = text.indexOf(target, offset, cs); i >= 0; i = text.indexOf(target, i + 1, cs)) {
+                    const int pos = blockStart + int(i);
+                    if (pos + size > to)
+                        return -1;
+                    if (boundaryOk(pos)) {
+                        found = pos;
+                        break;
+                    }
+                }
+                continue;
+            }
+            // Several lines: the first part ends this line, the middle parts are whole lines and the
+            // last part begins the line after them.
+            const qsizetype i = text.size() - parts.first().size();
+            if (i < offset || QStringView(text).mid(i).compare(parts.first(), cs) != 0)
+                continue;
+            QTextBlock next = block.next();
+            bool match = true;
+            for (qsizetype k = 1; k < parts.size() && match; ++k, next = next.next()) {
+                if (!next.isValid()) {
+                    match = false;
+                    break;
+                }
+                const QString line = next.text();
+                match = k + 1 < parts.size() ? line.compare(parts[k], cs) == 0
+                                             : line.startsWith(parts[k], cs);
+            }
+            const int pos = blockStart + int(i);
+            if (match && pos + size > to)
+                return -1;
+            if (match && boundaryOk(pos))
+                found = pos;
+        }
+    }
+    if (found >= 0 && !(options & NoHighlight)) {
+        setSelStart(found);
+        setSelLength(size);
+    }
+    return found;
+}
+
+int EditingSurface::stopForward(int from, const QString &set, bool stopInSet) const
+{
+    QTextBlock block = document()->findBlock(toDocument(from));
+    int blockStart = block.position() + block.blockNumber();
+    int offset = from - blockStart;
+    for (; block.isValid(); block = block.next(), offset = 0) {
+        const QString text = block.text();
+        const int span = int(text.size()) + (block.next().isValid() ? 2 : 0);
+        for (; offset < span; ++offset) {
+            const QChar c = offset < text.size() ? text[offset]
+                                                 : QLatin1Char(offset == text.size() ? '\r' : '\n');
+            if (set.contains(c) == stopInSet)
+                return blockStart + offset;
+        }
+        blockStart += span;
+    }
+    return TextLength();
+}
+
+int EditingSurface::stopBackward(int from, const QString &set, bool stopInSet) const
+{
+    QTextBlock block = document()->findBlock(toDocument(from));
+    int blockStart = block.position() + block.blockNumber();
+    int offset = from - blockStart; // the character before the caret is offset - 1
+    while (block.isValid()) {
+        const QString text = block.text();
+        for (; offset > 0; --offset) {
+            const int i = offset - 1;
+            const QChar c = i < text.size() ? text[i] : QLatin1Char(i == text.size() ? '\r' : '\n');
+            if (set.contains(c) == stopInSet)
+                return blockStart + offset;
+        }
+        block = block.previous();
+        if (!block.isValid())
+            break;
+        offset = block.length() + 1; // the text and its CR LF
+        blockStart -= offset;
+    }
+    return 0;
+}
+
+void EditingSurface::UpTo(const QString &characters, bool forward, bool negate)
+{
+    const int from = SelStart();
+    setSelStart(forward ? stopForward(from, characters, !negate) : stopBackward(from, characters, !negate));
+}
+
+int EditingSurface::upToStop(int from, const QString &characters, bool forward, bool negate) const
+{
+    from = qBound(0, from, TextLength());
+    return forward ? stopForward(from, characters, !negate) : stopBackward(from, characters, !negate);
+}
+
+void EditingSurface::Span(const QString &characters, bool forward, bool negate)
+{
+    const int from = SelStart();
+    if (forward) {
+        const int to = stopForward(from, characters, negate);
+        setSelStart(from);
+        setSelLength(to - from);
+    } else {
+        const int to = stopBackward(from, characters, negate);
+        setSelStart(to);
+        setSelLength(from - to);
+    }
+}
+
+int EditingSurface::GetLineFromChar(int position) const
+{
+    const int d = toDocument(position);
+    const QTextBlock block = document()->findBlock(d);
+    int line = qMax(0, block.firstLineNumber());
+    // Lines wrapped on screen count; a block not laid out yet counts as one line.
+    if (const QTextLayout *layout = block.layout(); layout && layout->lineCount() > 0) {
+        const QTextLine textLine = layout->lineForTextPosition(d - block.position());
+        if (textLine.isValid())
+            line += textLine.lineNumber();
+    }
+    return line;
+}
+
+} // namespace pw
