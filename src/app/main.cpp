@@ -2,6 +2,7 @@
 #include "core/main_window.h"
 #include "core/status_line.h"
 #include "core/title_window.h"
+#include "files/open_document.h"
 #include "platform/single_instance.h"
 #include "platform/termination_request.h"
 
@@ -18,7 +19,9 @@ int main(int argc, char **argv)
     pw::ShowWaitCursor();
     // A copy already running takes the file (or the focus), and this one ends unseen.
     pw::LinkServer server;
-    const QString command = commandLine.isEmpty() ? QStringLiteral("jump") : QStringLiteral("open ") + commandLine;
+    // The path is made whole here: a relative one means the folder this start was made in.
+    const QString command = commandLine.isEmpty() ? QStringLiteral("jump")
+                                                  : QStringLiteral("open ") + pw::LongPathOf(commandLine);
     if (pw::HandOverOrListen(server, command) == pw::LinkAnswer::Accepted)
         return 0;
 

@@ -33,6 +33,8 @@ private Q_SLOTS:
         for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
             qputenv(name, QFile::encodeName(home->filePath(folderOf(name))));
         writeSettings(QStringLiteral("[WinState]\nState=0\n"));
+        for (QProcess *p : {&first, &second})
+            p->setWorkingDirectory(QString());
     }
 
     void cleanup()
@@ -48,7 +50,9 @@ private Q_SLOTS:
     {
         start(first, {});
         const QString page = writePage(QStringLiteral("page one.html"), "<HTML>one</HTML>\r\n");
-        start(second, {page});
+        // A relative name means the folder the second start was made in, not the first one's.
+        second.setWorkingDirectory(home->path());
+        start(second, {QStringLiteral("page one.html")});
         QVERIFY(second.waitForFinished(30000));
         QCOMPARE(second.exitStatus(), QProcess::NormalExit);
         QCOMPARE(second.exitCode(), 0);
