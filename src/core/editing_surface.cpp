@@ -145,6 +145,39 @@ void EditingSurface::setText(const QString &text)
     setSelStart(0);
 }
 
+bool EditingSurface::loadText(const QString &text, const std::function<bool(qint64, qint64)> &progress,
+                             qsizetype piece)
+{
+    piece = qMax<qsizetype>(piece, 2);
+    setText(QString());
+    const QTextCharFormat format = currentCharFormat();
+    EventBatch batch(*this);
+    bool complete = true;
+    for (qsizetype from = 0; from < text.size();) {
+        qsizetype to = qMin(text.size(), from + piece);
+        if (to < text.size()) {
+            // Never split a CR LF or a surrogate pair between two pieces.
+            if (const qsizetype lineEnd = text.lastIndexOf(QLatin1Char('\n'), to - 1); lineEnd >= from)
+                to = lineEnd + 1;
+            else if (text[to - 1] == QLatin1Char('\r') || text[to - 1].isHighSurrogate())
+                --to;
+        }
+        QTextCursor end(document());
+        end.movePosition(QTextCursor::End);
+        ++m_internal;
+        FormattedFragment::plain(text.mid(from, to - from), format).insertAt(end);
+        --m_internal;
+        from = to;
+        if (progress && !progress(from, text.size())) {
+            complete = false;
+            break;
+        }
+    }
+    clearUndo();
+    setSelStart(0);
+    return complete;
+}
+
 // --- Selection ----------------------------------------------------------------------------------
 
 int EditingSurface::SelStart() const

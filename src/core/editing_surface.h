@@ -6,6 +6,8 @@
 
 #include <QPlainTextEdit>
 
+#include <functional>
+
 namespace pw {
 
 // The rich text box of a document (and the hidden scratch surface): plain text in which every
@@ -31,6 +33,11 @@ public:
     // --- Properties ----------------------------------------------------------------------
     QString Text() const; // the whole text, with CR LF line ends: a full copy
     void setText(const QString &text);
+    // setText for a whole file: written in pieces (of about a megabyte), each ending at a line end
+    // where there is one, with progress(done, total) after each; returning false stops the load,
+    // leaving part of the text. The load is no undo step and the caret ends at 0. False when stopped.
+    bool loadText(const QString &text, const std::function<bool(qint64 done, qint64 total)> &progress,
+                  qsizetype piece = qsizetype(1) << 20);
     int TextLength() const; // Len(Text), without copying
     QString Mid(int start, int length) const; // part of Text, without copying the rest
 

@@ -86,27 +86,43 @@ void tellFailure(const Way &way, const QString &path, ErrorCode code)
     }
 }
 
-// Reads while the strip shows how far a large file got; Escape there stops the read.
-ReadResult readWithProgress(const std::function<ReadResult(const DecodeProgress &)> &read)
+// The strip for a large file's read and load; Escape there stops them. Small files show nothing.
+class LargeFileProgress
 {
-    std::optional<ProgressStrip> strip;
-    return read([&strip](qint64 done, qint64 total) {
+public:
+    bool operator()(qint64 done, qint64 total)
+    {
         if (total < ProgressFrom || done >= total)
             return true;
-        if (!strip)
-            strip.emplace();
-        strip->step(done, total);
+        if (!m_strip)
+            m_strip.emplace();
+        m_strip->step(done, total);
         return !EscapePressed();
-    });
+    }
+
+private:
+    std::optional<ProgressStrip> m_strip;
+};
+
+// Reads while the strip shows how far a large file got.
+ReadResult readWithProgress(const std::function<ReadResult(const DecodeProgress &)> &read)
+{
+    LargeFileProgress progress;
+    return read(std::ref(progress));
 }
 
-// Fills a window made for slot with the decoded text: one write, the colouring pass, the anchor
-// names. The load is no undo step.
+// Fills a window made for slot with the decoded text. A large file goes in piece by piece under
+// the progress strip, and Escape there stops the open: the window goes again and the slot is free.
+// The load is no undo step.
 frmDoc *fillWindow(DocumentSlots &slots, int slot, const QString &caption, const DecodedText &decoded)
 {
     frmDoc *document = slots.CreateDocumentWindow(slot, caption);
     document->fileFormat = decoded.format;
-    document->Text->setText(decoded.text);
+    LargeFileProgress progress;
+    if (!document->Text->loadText(decoded.text, std::ref(progress))) {
+        slots.abandon(slot);
+        return nullptr;
+    }
     return document;
 }
 
@@ -143,6 +159,8 @@ frmDoc *loadDocument(const QString &path, const Way &way)
     }
 
     frmDoc *document = fillWindow(slots, slot, path, read.decoded);
+    if (!document)
+        return nullptr;
     if (main->options().isChecked(Option::LockFiles))
         handles.lock(slot); // a failed lock still holds the file, shared
     colourAndName(*document);
@@ -251,6 +269,8 @@ frmDoc *RecoverFile(const QString &path)
 
     // The caller gives it its caption; until then it shows where it came from.
     frmDoc *document = fillWindow(slots, slot, path, read.decoded);
+    if (!document)
+        return nullptr; // the autosaved file stays for the next start
     colourAndName(*document);
     // It has no file of its own, so what it holds is unsaved.
     slots.state(slot).Dirty = True;

@@ -32,6 +32,36 @@ private Q_SLOTS:
         QVERIFY(changes.count() >= 1);
     }
 
+    void pieceBoundariesKeepTheText_data()
+    {
+        QTest::addColumn<QString>("text");
+        // Pieces of 16 characters here.
+        const QString longLine(15, QLatin1Char('a'));
+        QTest::newRow("CR LF across the boundary") << longLine + "\r\nb";
+        QTest::newRow("surrogate pair across the boundary") << longLine + QString::fromUtf8("\xF0\x9F\x98\x80") + "c";
+        QTest::newRow("many short lines") << QString("<P>x</P>\r\n").repeated(30);
+        QTest::newRow("one line of three pieces") << QString(3 * 16 + 5, QLatin1Char('z'));
+        QTest::newRow("blank lines only") << QString("\r\n").repeated(40);
+    }
+
+    void pieceBoundariesKeepTheText()
+    {
+        QFETCH(QString, text);
+        int steps = 0;
+        QVERIFY(s->loadText(text, [&steps](qint64 done, qint64 total) { return ++steps && done <= total; }, 16));
+        QVERIFY(s->Text() == text);
+        QVERIFY(steps >= 2);
+        QCOMPARE(s->SelStart(), 0);
+        QVERIFY(!s->CanUndo());
+    }
+
+    void loadStoppedByProgressKeepsWhatCameIn()
+    {
+        const QString text = QString("<P>x</P>\r\n").repeated(30);
+        QVERIFY(!s->loadText(text, [](qint64, qint64) { return false; }, 16));
+        QVERIFY(s->TextLength() > 0 && s->TextLength() < text.size());
+    }
+
     void loneLineEndsBecomeCrLf()
     {
         s->setText("a\nb\rc");

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QMdiArea>
 #include <QMenu>
 #include <QProcess>
 #include <QProgressBar>
@@ -383,6 +384,33 @@ private Q_SLOTS:
         QVERIFY(program->captions().isEmpty());
         QVERIFY(platform().messages.isEmpty());
         verifyNothingLeftOf(1);
+    }
+
+    void escapeWhileTheTextGoesInCancelsToo()
+    {
+        QByteArray bytes;
+        const QByteArray line = "<P>Line after line of a long page.</P>\r\n";
+        while (bytes.size() < (4 << 20))
+            bytes += line;
+        const QString path = write("long.html", bytes);
+        bool stripShown = false;
+        // Escape once the window is there, that is while the text is being written into it.
+        platform().onEscapePoll = [&](int poll) {
+            if (!main().mdiArea->subWindowList().isEmpty() && platform().escapeAtPoll.isEmpty()) {
+                stripShown = main().Picture1->isVisible();
+                platform().escapeAtPoll = {poll};
+            }
+        };
+        QVERIFY(!OpenFromHandOver(path));
+        QVERIFY(stripShown);
+        QVERIFY(!platform().escapeAtPoll.isEmpty());
+        QTRY_VERIFY(program->captions().isEmpty());
+        QVERIFY(platform().messages.isEmpty());
+        verifyNothingLeftOf(1);
+        // The file is free again: the next open takes it.
+        platform().onEscapePoll = nullptr;
+        platform().escapeAtPoll.clear();
+        QVERIFY(OpenFromHandOver(path));
     }
 
     void binaryContentOpens()
