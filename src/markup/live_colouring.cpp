@@ -170,6 +170,10 @@ void Text_SelChange(frmDoc &document)
     const bool selected = document.Text->SelLength() >= 1;
     main->setButtonEnabled(QStringLiteral("imgEditCut"), selected);
     main->setButtonEnabled(QStringLiteral("imgEditCopy"), selected);
+    // The line panel follows every caret move of the document in front (a click, the template's
+    // caret), not only changes and keys; a pass moving another document's caret leaves it alone.
+    if (main->activeDocument() == &document)
+        main->Panel2->setText(lineTextAt(*document.Text, document.Text->SelStart() + 1));
 }
 
 void Text_MouseUp(frmDoc &document, int button, int, int x, int y)

@@ -13,6 +13,7 @@ void text_KeyPress(frmDoc &document, int *keyAscii);
 void Text_Change(frmDoc &document);
 // Every key going down, with the caret where it was: keeps the line panel right.
 void Text_KeyDown(frmDoc &document);
+// Cut and copy buttons; the line panel for the document in front.
 void Text_SelChange(frmDoc &document);
 // The right button opens the document's Edit menu at the mouse (x, y in twips).
 void Text_MouseUp(frmDoc &document, int button, int shift, int x, int y);

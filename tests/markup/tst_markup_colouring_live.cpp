@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QTest>
+#include <QTextBlock>
 #include <QToolBar>
 
 using namespace pw;
@@ -172,6 +173,22 @@ private Q_SLOTS:
         main().Panel2->setText("Line: 1 ");
         QTest::keyClick(&text(), Qt::Key_Right);
         QCOMPARE(main().Panel2->text(), QString("Line: 3 "));
+    }
+
+    void lineFollowsTheCaretOfTheDocumentInFront()
+    {
+        text().setText("one\r\ntwo\r\nthree");
+        const QTextCursor third(text().document()->findBlockByNumber(2));
+        QTest::mouseClick(text().viewport(), Qt::LeftButton, {}, text().cursorRect(third).center());
+        QCOMPARE(main().Panel2->text(), QString("Line: 3 "));
+        text().setSelStart(0);
+        QCOMPARE(main().Panel2->text(), QString("Line: 1 "));
+        // A caret moved in a document behind leaves the panel to the one in front.
+        frmDoc *front = program->newDocument();
+        QCOMPARE(main().activeDocument(), front);
+        const QString shown = main().Panel2->text();
+        text().setSelStart(10);
+        QCOMPARE(main().Panel2->text(), shown);
     }
 
     void selectionEnablesCutAndCopy()
