@@ -184,6 +184,11 @@ QString chooseFileToOpen()
     dialog.Filter = QStringLiteral(
         "HTML (*.html; *.htm; *.shtml)|*.html; *.htm; *.shtml|Text (*.txt)|*.txt|All (*.*)|*.*");
     dialog.FileName = History.Open;
+    // Before any file came through the dialog, start where the page in front lives.
+    dialog.InitDir.clear();
+    if (const frmDoc *front = frmMDIMain::instance()->activeDocument();
+        front && !front->Caption().startsWith(QLatin1String("Untitled")))
+        dialog.InitDir = QFileInfo(front->Caption()).absolutePath();
     if (dialog.ShowOpen() == ErrorCode::Cancel)
         return {};
     return dialog.FileName;

@@ -386,6 +386,22 @@ private Q_SLOTS:
         verifyNothingLeftOf(1);
     }
 
+    void withoutHistoryTheDialogStartsBesideThePageInFront()
+    {
+        QDir(dir->path()).mkdir("site");
+        const QString path = write("site/page.html", "<P>x</P>");
+        QVERIFY(OpenFromHandOver(path));
+        History.Open.clear();
+        CommonDialog seen;
+        platform().dialogs.enqueue([&seen](CommonDialog::Kind, CommonDialog &d) {
+            seen = d;
+            return ErrorCode::Cancel;
+        });
+        master("mnuFileOpen")->trigger();
+        QCOMPARE(seen.InitDir, QFileInfo(path).absolutePath());
+        QCOMPARE(seen.FileName, QString());
+    }
+
     void escapeWhileTheTextGoesInCancelsToo()
     {
         QByteArray bytes;
