@@ -9,17 +9,12 @@
 
 using namespace pw;
 
-class TestCommandTable : public QObject
+class TestCommandTable : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init() { program = new TestProgram; }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
-    }
 
     void everyNameStandsOnceInEachMenuBar()
     {
@@ -164,9 +159,6 @@ private Q_SLOTS:
         QCOMPARE(to->Text->Text(), QString("<B>a\r\nb"));
         QCOMPARE(fontClasses(*to->Text), QString("hhht//t"));
     }
-
-private:
-    TestProgram *program = nullptr;
 };
 
 QTEST_MAIN(TestCommandTable)

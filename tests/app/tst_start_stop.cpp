@@ -14,7 +14,7 @@
 
 using namespace pw;
 
-class TestStartStop : public QObject
+class TestStartStop : public ProgramTest
 {
     Q_OBJECT
 
@@ -31,13 +31,6 @@ private Q_SLOTS:
         // Not the first run: no question about the association.
         SettingsStore().writeInt(Setting::State, 0);
         SettingsStore().writeBool(Setting::AddTemplate, true);
-    }
-
-    void cleanup()
-    {
-        delete program;
-        program = nullptr;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void startWithoutFileShowsUntitledOneWithTemplate()
@@ -112,9 +105,6 @@ private Q_SLOTS:
         QVERIFY(SettingsStore().readBool(Setting::MaximizeDocs));
         QVERIFY(QDir(AutoSaveFolder()).entryList(QDir::Files).isEmpty());
     }
-
-private:
-    TestProgram *program = nullptr;
 };
 
 PW_ISOLATED_TEST_MAIN(TestStartStop)

@@ -12,22 +12,11 @@
 
 using namespace pw;
 
-class TestDocumentSlots : public QObject
+class TestDocumentSlots : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
-    }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
-    }
-
     void closedUntitledNumbersAreReused()
     {
         frmDoc *one = program->newDocument();
@@ -161,9 +150,6 @@ private Q_SLOTS:
         QFETCH(bool, numeric);
         QCOMPARE(IsNumeric(text), numeric);
     }
-
-private:
-    TestProgram *program = nullptr;
 };
 
 QTEST_MAIN(TestDocumentSlots)

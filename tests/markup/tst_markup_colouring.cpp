@@ -20,11 +20,10 @@ static QString runs(const char *spec)
 }
 
 // The whole-document passes: colouring, its option switch, and the case conversion.
-class TestMarkupColouring : public QObject
+class TestMarkupColouring : public ProgramTest
 {
     Q_OBJECT
 
-    TestProgram *program = nullptr;
     frmDoc *doc = nullptr;
 
     EditingSurface &text() { return *doc->Text; }
@@ -41,16 +40,10 @@ class TestMarkupColouring : public QObject
 private Q_SLOTS:
     void init()
     {
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
         program->main().options().setChecked(Option::Highlight, true);
         doc = program->newDocument();
         QVERIFY(QTest::qWaitForWindowExposed(&program->main()));
-    }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void colouring_data()

@@ -12,15 +12,13 @@
 using namespace pw;
 
 // Colouring while typing, and the other edit events of a document's surface.
-class TestMarkupColouringLive : public QObject
+class TestMarkupColouringLive : public ProgramTest
 {
     Q_OBJECT
 
-    TestProgram *program = nullptr;
     frmDoc *doc = nullptr;
 
     EditingSurface &text() { return *doc->Text; }
-    frmMDIMain &main() { return program->main(); }
     void type(const QString &keys) { QTest::keyClicks(&text(), keys); }
     // A coloured document, and the caret put somewhere as a mouse click would.
     void loadColoured(const QString &content, int caret)
@@ -35,16 +33,10 @@ class TestMarkupColouringLive : public QObject
 private Q_SLOTS:
     void init()
     {
-        program = new TestProgram;
-        main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
         main().options().setChecked(Option::Highlight, true);
         doc = program->newDocument();
         QVERIFY(QTest::qWaitForWindowExposed(&main()));
-    }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void typing_data()

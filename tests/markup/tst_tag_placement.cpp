@@ -7,21 +7,15 @@
 
 using namespace pw;
 
-class TestTagPlacement : public QObject
+class TestTagPlacement : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
         doc = program->newDocument();
-    }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void pairedCommands_data()
@@ -161,7 +155,6 @@ private Q_SLOTS:
     }
 
 private:
-    TestProgram *program = nullptr;
     frmDoc *doc = nullptr;
 };
 

@@ -21,7 +21,6 @@
 using namespace pw;
 
 namespace {
-
 // Another copy of the program holding a file, in a process of its own.
 class Holder
 {
@@ -58,14 +57,12 @@ QString couldNotOpen(const QString &path, const QString &error)
 } // namespace
 
 // Opening files in all the ways in, the import and the anchor names.
-class TestOpenDocument : public QObject
+class TestOpenDocument : public ProgramTest
 {
     Q_OBJECT
 
-    TestProgram *program = nullptr;
     QTemporaryDir *dir = nullptr;
 
-    frmMDIMain &main() { return program->main(); }
     ScriptedPlatform &platform() { return program->platform.scripted; }
     QString write(const QString &name, const QByteArray &bytes)
     {
@@ -107,15 +104,12 @@ private Q_SLOTS:
         History = {};
         dir = new QTemporaryDir;
         QVERIFY(dir->isValid());
-        program = new TestProgram;
-        main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
     }
     void cleanup()
     {
-        delete program;
-        program = nullptr;
+        endProgram();
         delete dir;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void openedFileIsColouredCleanAndHeld()

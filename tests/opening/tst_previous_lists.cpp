@@ -10,11 +10,9 @@
 using namespace pw;
 
 // The previous-file list: the main menu's ten items, the documents' copies and the settings' list.
-class TestPreviousLists : public QObject
+class TestPreviousLists : public ProgramTest
 {
     Q_OBJECT
-
-    TestProgram *program = nullptr;
 
     QAction *master(const QString &name)
     {
@@ -49,12 +47,6 @@ private Q_SLOTS:
     {
         PreviousEntries = {};
         program = new TestProgram;
-    }
-    void cleanup()
-    {
-        delete program;
-        program = nullptr;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void shortening_data()

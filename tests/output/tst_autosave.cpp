@@ -14,7 +14,6 @@
 using namespace pw;
 
 namespace {
-
 QStringList autosavedFiles()
 {
     return QDir(AutoSaveFolder()).entryList(QDir::Files, QDir::Name);
@@ -34,7 +33,7 @@ void tick(int times)
 
 } // namespace
 
-class TestAutoSave : public QObject
+class TestAutoSave : public ProgramTest
 {
     Q_OBJECT
 
@@ -43,8 +42,7 @@ private Q_SLOTS:
     {
         QStandardPaths::setTestModeEnabled(true);
         QDir(AutoSaveFolder()).removeRecursively();
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
         program->main().options().setChecked(Option::AutoSave, false);
         // Bring the tick counter to zero: a pass with the option on and no document open.
         program->main().options().setChecked(Option::AutoSave, true);
@@ -55,8 +53,7 @@ private Q_SLOTS:
     }
     void cleanup()
     {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
+        endProgram();
         QDir(AutoSaveFolder()).removeRecursively();
     }
 
@@ -217,9 +214,6 @@ private Q_SLOTS:
         RecoverAutoSavedFiles();
         QCOMPARE(messages.size(), 1);
     }
-
-private:
-    TestProgram *program = nullptr;
 };
 
 PW_ISOLATED_TEST_MAIN(TestAutoSave)

@@ -10,7 +10,6 @@
 using namespace pw;
 
 namespace {
-
 QString header(int page, bool selection = false)
 {
     return QStringLiteral("Page: %1  Document: Untitled: 1").arg(page)
@@ -29,21 +28,15 @@ using Pages = QList<QStringList>;
 
 } // namespace
 
-class TestPrinting : public QObject
+class TestPrinting : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init()
     {
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
         doc = program->newDocument();
-    }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void documentLayout_data()
@@ -143,7 +136,6 @@ private Q_SLOTS:
     }
 
 private:
-    TestProgram *program = nullptr;
     frmDoc *doc = nullptr;
 };
 

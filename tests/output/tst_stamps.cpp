@@ -14,7 +14,6 @@
 using namespace pw;
 
 namespace {
-
 // The stamps of the scripted clock, 2026-11-23 14:05:09, in American English.
 const QString LongDate = QStringLiteral("Monday, November 23, 2026");
 const QString ShortDate = QStringLiteral("11/23/26");
@@ -29,23 +28,12 @@ QByteArray readAll(const QString &path)
 
 } // namespace
 
-class TestStamps : public QObject
+class TestStamps : public ProgramTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
-
-    void init()
-    {
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
-    }
-    void cleanup()
-    {
-        delete program;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
-    }
 
     void placing_data()
     {
@@ -228,7 +216,6 @@ private:
         return doc;
     }
 
-    TestProgram *program = nullptr;
     QTemporaryDir dir;
 };
 

@@ -11,12 +11,11 @@
 
 using namespace pw;
 
-class TestCloseAndLocks : public QObject
+class TestCloseAndLocks : public ProgramTest
 {
     Q_OBJECT
 
 private:
-    TestProgram *program = nullptr;
     std::unique_ptr<QTemporaryDir> temp;
 
     QString path(const QString &name) const { return temp->filePath(name); }
@@ -36,15 +35,7 @@ private Q_SLOTS:
     {
         temp = std::make_unique<QTemporaryDir>();
         QVERIFY(temp->isValid());
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
-    }
-
-    void cleanup()
-    {
-        delete program;
-        program = nullptr;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
+        startProgram();
     }
 
     void closingAChangedDocument_data()

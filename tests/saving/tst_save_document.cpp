@@ -16,12 +16,11 @@
 
 using namespace pw;
 
-class TestSaveDocument : public QObject
+class TestSaveDocument : public ProgramTest
 {
     Q_OBJECT
 
 private:
-    TestProgram *program = nullptr;
     std::unique_ptr<QTemporaryDir> temp;
 
     QString path(const QString &name) const { return temp->filePath(name); }
@@ -42,18 +41,15 @@ private Q_SLOTS:
         temp = std::make_unique<QTemporaryDir>();
         QVERIFY(temp->isValid());
         History = HistoryPaths{};
-        program = new TestProgram;
-        program->main().options().setChecked(Option::AddTemplate, false);
+        startProgram();
     }
 
     void cleanup()
     {
-        delete program;
-        program = nullptr;
+        endProgram();
         // Put write bits back so the folder can go.
         ::chmod(QFile::encodeName(path("site")).constData(), 0755);
         temp.reset();
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
     }
 
     void forceExtension_data()

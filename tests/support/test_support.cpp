@@ -3,6 +3,7 @@
 #include "core/font_class.h"
 #include "files/new_document.h"
 
+#include <QApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QStandardPaths>
@@ -26,6 +27,19 @@ TestProgram::~TestProgram()
     platform->answers.clear();
     for (QMdiSubWindow *w : main().mdiArea->subWindowList())
         static_cast<pw::frmDoc *>(w)->unloadQuietly();
+}
+
+void ProgramTest::startProgram()
+{
+    program = new TestProgram;
+    main().options().setChecked(pw::Option::AddTemplate, false);
+}
+
+void ProgramTest::endProgram()
+{
+    delete program;
+    program = nullptr;
+    QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
 }
 
 pw::frmDoc *TestProgram::newDocument()
