@@ -10,7 +10,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-// Opening a page as a user does: read, decode, one write into the surface, the colouring pass, the
+// Opening a page as a user does: read, decode, the write into the surface, the colouring pass, the
 // anchor names.
 static bench::Register openBench("open", [] {
     QStandardPaths::setTestModeEnabled(true);
