@@ -103,9 +103,10 @@ void Application::Msghook1_Message(bool becomingActive)
     bool &answered = HighlightOpenDocuments();
     if (answered && becomingActive && main.slots().AnyDocumentOpen()) {
         frmDoc *document = main.slots().current();
-        const bool onSurface = qobject_cast<EditingSurface *>(QApplication::focusWidget())
-                               || (QApplication::focusWidget()
-                                   && qobject_cast<EditingSurface *>(QApplication::focusWidget()->parentWidget()));
+        const QWidget *focus = QApplication::focusWidget();
+        const bool onSurface = focus
+                               && (qobject_cast<const EditingSurface *>(focus)
+                                   || qobject_cast<const EditingSurface *>(focus->parentWidget()));
         if (document && !document->isMinimized() && onSurface)
             document->Text->SetFocus();
     }

@@ -3,6 +3,7 @@
 #include "core/app_state.h"
 #include "core/main_window.h"
 #include "core/settings_store.h"
+#include "platform/message_box.h"
 #include "platform/platform.h"
 
 #include <QGuiApplication>
@@ -149,7 +150,7 @@ void HelpContents()
     dialog.HelpFile = HelpFilePath();
     dialog.HelpCommand = 3; // contents
     if (dialog.ShowHelp() != ErrorCode::None) {
-        MsgBox(QStringLiteral("The help file can't be found: ") + dialog.HelpFile, 48, AppTitle());
+        MsgBox(QStringLiteral("The help file can't be found: ") + dialog.HelpFile, MsgStyle::Exclamation, AppTitle());
         return;
     }
     ShowHelpWindow(dialog.HelpFile);

@@ -23,6 +23,11 @@ frmMDIMain *frmMDIMain::instance()
     return g_main;
 }
 
+frmDoc *CurrentDocumentWindow()
+{
+    return g_main ? g_main->slots().current() : nullptr;
+}
+
 frmMDIMain::frmMDIMain(QWidget *parent) : QMainWindow(parent), m_slots(this), m_options(this)
 {
     g_main = this;

@@ -93,4 +93,8 @@ inline void SetMarkupToolsHidden(bool hide)
         main->SetMarkupToolsHidden(hide);
 }
 
+// The document the commands act on (CurrentDocument's window); none without a main window or an
+// open document.
+frmDoc *CurrentDocumentWindow();
+
 } // namespace pw

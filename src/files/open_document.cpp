@@ -111,6 +111,17 @@ ReadResult readWithProgress(const std::function<ReadResult(const DecodeProgress 
     return read(std::ref(progress));
 }
 
+// A read that failed or was cancelled gives the slot back; a failure is told as the way in tells it.
+bool readFailed(DocumentSlots &slots, int slot, const ReadResult &read, const Way &way, const QString &path)
+{
+    if (read.error == ErrorCode::None && !read.decoded.cancelled)
+        return false;
+    slots.abandon(slot);
+    if (read.error != ErrorCode::None)
+        tellFailure(way, path, read.error);
+    return true;
+}
+
 // Fills a window made for slot with the decoded text. A large file goes in piece by piece under
 // the progress strip, and Escape there stops the open: the window goes again and the slot is free.
 // The load is no undo step.
@@ -150,13 +161,8 @@ frmDoc *loadDocument(const QString &path, const Way &way)
     FileHandles &handles = FileHandles::instance();
     const ReadResult read = readWithProgress(
         [&](const DecodeProgress &progress) { return openDocumentFile(handles, slot, path, progress); });
-    if (read.error != ErrorCode::None || read.decoded.cancelled) {
-        slots.state(slot).Free = True;
-        slots.state(slot).Dirty = False;
-        if (read.error != ErrorCode::None)
-            tellFailure(way, path, read.error);
+    if (readFailed(slots, slot, read, way, path))
         return nullptr;
-    }
 
     frmDoc *document = fillWindow(slots, slot, path, read.decoded);
     if (!document)
@@ -187,7 +193,7 @@ QString chooseFileToOpen()
     // Before any file came through the dialog, start where the page in front lives.
     dialog.InitDir.clear();
     if (const frmDoc *front = frmMDIMain::instance()->activeDocument();
-        front && !front->Caption().startsWith(QLatin1String("Untitled")))
+        front && !front->isUntitled())
         dialog.InitDir = QFileInfo(front->Caption()).absolutePath();
     if (dialog.ShowOpen() == ErrorCode::Cancel)
         return {};
@@ -235,8 +241,7 @@ frmDoc *OpenFromHandOver(const QString &path)
 
 frmDoc *OpenFromSiteMap(const QString &path)
 {
-    const QString longPath = LongPathOf(path);
-    return loadDocument(longPath, Way{QStringLiteral("Opening ") + longPath, Failure::Other});
+    return OpenFromHandOver(path); // the same way in
 }
 
 frmDoc *OpenPrevious(int index)
@@ -264,13 +269,8 @@ frmDoc *RecoverFile(const QString &path)
     const int slot = slots.FindFreeSlot();
     const ReadResult read = readWithProgress(
         [&](const DecodeProgress &progress) { return readTextFile(path, FileShare::None, progress); });
-    if (read.error != ErrorCode::None || read.decoded.cancelled) {
-        slots.state(slot).Free = True;
-        slots.state(slot).Dirty = False;
-        if (read.error != ErrorCode::None)
-            tellFailure(Way{QString(), Failure::Other}, path, read.error);
+    if (readFailed(slots, slot, read, Way{QString(), Failure::Other}, path))
         return nullptr;
-    }
 
     // The caller gives it its caption; until then it shows where it came from.
     frmDoc *document = fillWindow(slots, slot, path, read.decoded);
@@ -306,9 +306,7 @@ void ImportFile()
     const ReadResult read = readWithProgress(
         [&](const DecodeProgress &progress) { return readTextFile(path, FileShare::Shared, progress); });
     if (read.error != ErrorCode::None) {
-        HideWaitCursor();
-        exclamation(read.error == ErrorCode::PermissionDenied ? QStringLiteral("Permission denied!")
-                                                              : couldNotOpen(path, read.error));
+        tellFailure(Way{QString(), Failure::Dialog}, path, read.error);
         return;
     }
     if (read.decoded.cancelled)

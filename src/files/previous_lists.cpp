@@ -46,13 +46,16 @@ QString menuText(const QString &caption)
     return text.replace(QLatin1Char('&'), QLatin1String("&&")); // a path's "&" is no mnemonic
 }
 
+Item shownItem(const QString &path)
+{
+    return {path, ShortenPathForMenu(path, PreviousCaptionLimit), true};
+}
+
 Items fromEntries(const QStringList &entries)
 {
     Items items;
-    for (int i = 1; i <= PreviousFileCount && i <= entries.size(); ++i) {
-        const QString &path = entries[i - 1];
-        items[i] = {path, ShortenPathForMenu(path, PreviousCaptionLimit), true};
-    }
+    for (int i = 1; i <= PreviousFileCount && i <= entries.size(); ++i)
+        items[i] = shownItem(entries[i - 1]);
     return items;
 }
 
@@ -69,10 +72,8 @@ Items readMaster(frmMDIMain &main)
 {
     Items items;
     for (int i = 1; i <= PreviousFileCount; ++i) {
-        if (QAction *action = masterAction(main, itemName(i)); action && action->isVisible()) {
-            const QString path = action->data().toString();
-            items[i] = {path, ShortenPathForMenu(path, PreviousCaptionLimit), true};
-        }
+        if (QAction *action = masterAction(main, itemName(i)); action && action->isVisible())
+            items[i] = shownItem(action->data().toString());
     }
     return items;
 }
@@ -168,11 +169,11 @@ QString ShortenPathForMenu(const QString &path, int limit, QChar separator)
 void AddPreviousFile(const QString &path)
 {
     Items items = currentItems();
-    const QString caption = ShortenPathForMenu(path, PreviousCaptionLimit);
+    const Item added = shownItem(path);
     // A path already on the list leaves its place first, so that moving it up drops nothing.
     // Duplicates are found by caption, so two paths that shorten alike count as one.
     for (int i = 1; i <= PreviousFileCount && items[i].visible; ++i) {
-        if (items[i].caption != caption)
+        if (items[i].caption != added.caption)
             continue;
         for (int j = i; j < PreviousFileCount; ++j)
             items[j] = items[j + 1];
@@ -182,7 +183,7 @@ void AddPreviousFile(const QString &path)
     for (int i = PreviousFileCount - 1; i >= 1; --i)
         if (items[i].visible)
             items[i + 1] = items[i];
-    items[1] = {path, caption, true};
+    items[1] = added;
     tidy(items);
     store(items);
 }

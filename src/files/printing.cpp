@@ -79,16 +79,13 @@ void printText(const frmDoc &document, const QString &text, bool selection)
 
 void PrintDocument()
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *document = main && main->slots().AnyDocumentOpen() ? main->slots().current() : nullptr;
-    if (document)
+    if (frmDoc *document = CurrentDocumentWindow())
         printText(*document, document->Text->Text(), false);
 }
 
 void PrintSelection()
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *document = main && main->slots().AnyDocumentOpen() ? main->slots().current() : nullptr;
+    frmDoc *document = CurrentDocumentWindow();
     // The command is offered only with a selection; without one there is nothing to print.
     if (document && document->Text->SelLength() > 0)
         printText(*document, document->Text->SelText(), true);

@@ -3,6 +3,7 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
+#include "core/long_pass.h"
 #include "core/main_window.h"
 #include "core/settings_store.h"
 #include "core/status_line.h"
@@ -107,15 +108,7 @@ bool writeDocument(frmMDIMain &main, frmDoc &doc, const QString &path, bool newN
     const int slot = doc.slot();
     const bool lockOn = lockFilesOn(main);
 
-    SetStatusText(status);
-    ShowWaitCursor();
-    struct Restore {
-        ~Restore()
-        {
-            HideWaitCursor();
-            ClearStatusText();
-        }
-    } restore;
+    LongPass pass(status, false);
 
     const QString text = doc.Text->Text();
     FileFormat format = doc.fileFormat;

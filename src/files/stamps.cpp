@@ -89,8 +89,7 @@ QString StampValue(StampKind kind, const QDateTime &when)
 
 void PlaceStamp(StampKind kind)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *document = main && main->slots().AnyDocumentOpen() ? main->slots().current() : nullptr;
+    frmDoc *document = CurrentDocumentWindow();
     if (!document)
         return;
     EditingSurface &surface = *document->Text;

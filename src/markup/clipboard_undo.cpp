@@ -11,8 +11,7 @@ namespace {
 
 EditingSurface *currentSurface()
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *doc = main ? main->slots().current() : nullptr;
+    frmDoc *doc = CurrentDocumentWindow();
     return doc ? doc->Text : nullptr;
 }
 

@@ -86,8 +86,7 @@ int ConfirmSelectionReplace()
 
 bool SelectionMayBeReplaced()
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *doc = main ? main->slots().current() : nullptr;
+    frmDoc *doc = CurrentDocumentWindow();
     if (!doc || doc->Text->SelLength() < 1)
         return true;
     if (ConfirmSelectionReplace() == MsgAnswer::Yes)

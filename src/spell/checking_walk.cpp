@@ -28,12 +28,6 @@ QPointer<frmSpellChecker> &loaded()
     return form;
 }
 
-frmDoc *currentDocument()
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    return main ? main->slots().current() : nullptr;
-}
-
 bool isWordChar(QChar c)
 {
     const QChar u = c.toUpper();
@@ -180,7 +174,7 @@ bool frmSpellChecker::Form_Load()
         MsgBox(error, 48, AppTitle());
         return false;
     }
-    m_loadDocument = currentDocument();
+    m_loadDocument = CurrentDocumentWindow();
     SavedCaret = m_loadDocument ? m_loadDocument->Text->SelStart() : 0;
     return true;
 }
@@ -259,7 +253,7 @@ void frmSpellChecker::CheckWord(QString &word, QString &result)
 
 bool frmSpellChecker::CheckDocument()
 {
-    frmDoc *document = currentDocument();
+    frmDoc *document = CurrentDocumentWindow();
     if (!document)
         return true;
     const QPointer<frmSpellChecker> self(this);
