@@ -2,7 +2,10 @@
 
 #include "core/document_window.h"
 #include "core/editing_surface.h"
+#include "app/application.h"
 #include "core/main_window.h"
+#include "core/workspace.h"
+#include "platform/platform.h"
 #include "files/autosave.h"
 
 #include <QApplication>
@@ -25,14 +28,16 @@ double msSince(const QElapsedTimer &t)
 static bench::Register autosaveBench("autosave", [] {
     // Never the user's own folder: files left there would come back at the next start.
     QStandardPaths::setTestModeEnabled(true);
-    pw::frmMDIMain main;
+    pw::Application program(pw::platform());
+    pw::frmMDIMain &main = program.main();
+    pw::Workspace &ws = program.workspace();
     main.resize(1024, 720);
     main.show();
     const QString page = bench::generatePage(1024 * 1024);
     std::vector<pw::frmDoc *> documents;
     for (int i = 0; i < 10; ++i) {
-        const int slot = main.slots().FindFreeSlot();
-        pw::frmDoc *doc = main.slots().CreateDocumentWindow(slot, QStringLiteral("Untitled: %1").arg(slot));
+        const int slot = ws.slots.FindFreeSlot();
+        pw::frmDoc *doc = ws.slots.CreateDocumentWindow(slot, QStringLiteral("Untitled: %1").arg(slot));
         doc->Text->setText(page);
         documents.push_back(doc);
     }
@@ -52,7 +57,7 @@ static bench::Register autosaveBench("autosave", [] {
             type(doc);
         QElapsedTimer t;
         t.start();
-        pw::AutoSavePass();
+        program.autoSave().AutoSavePass();
         all.push_back(msSince(t));
     }
     bench::report("autosave", "pass_10x1mb_all_changed_median", bench::percentile(all, 0.5), "ms", bytes);
@@ -61,7 +66,7 @@ static bench::Register autosaveBench("autosave", [] {
         type(documents[size_t(i) % documents.size()]);
         QElapsedTimer t;
         t.start();
-        pw::AutoSavePass();
+        program.autoSave().AutoSavePass();
         one.push_back(msSince(t));
     }
     bench::report("autosave", "pass_10x1mb_one_changed_median", bench::percentile(one, 0.5), "ms", bytes);

@@ -1,6 +1,8 @@
 #include "bench.h"
 
-#include "app/document_wiring.h"
+#include "app/application.h"
+#include "core/workspace.h"
+#include "platform/platform.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
@@ -58,13 +60,12 @@ Ranges scan(const QString &raw)
 }
 
 // A document window of the real program holding the page in the text font, clean.
-pw::frmDoc *openPage(pw::frmMDIMain &main, const QString &page)
+pw::frmDoc *openPage(pw::Workspace &ws, const QString &page)
 {
-    auto *doc = main.slots().CreateDocumentWindow(main.slots().FindFreeSlot(), QStringLiteral("Untitled: 1"));
-    pw::WireDocument(main, *doc);
+    auto *doc = ws.slots.CreateDocumentWindow(ws.slots.FindFreeSlot(), QStringLiteral("Untitled: 1"));
     doc->showMaximized();
     doc->Text->setText(page);
-    main.slots().state(doc->slot()).Dirty = 0;
+    doc->state().setDirty(false);
     QCoreApplication::processEvents();
     return doc;
 }
@@ -81,17 +82,16 @@ double msSince(const QElapsedTimer &t)
     return double(t.nsecsElapsed()) / 1e6;
 }
 
-void colourSizes(pw::frmMDIMain &main, const std::vector<qint64> &sizes)
+void colourSizes(pw::Workspace &ws, const std::vector<qint64> &sizes)
 {
     for (qint64 bytes : sizes) {
         const QString page = bench::generatePage(bytes, 35);
-        pw::frmDoc *doc = openPage(main, page);
+        pw::frmDoc *doc = openPage(ws, page);
         QElapsedTimer t;
         t.start();
-        pw::HighlightDocument(*doc);
+        pw::HighlightDocument(ws, *doc);
         const double ms = msSince(t);
-        bench::report("colouring", QStringLiteral("colour_%1kb").arg(bytes / 1024), ms, "ms",
-                      QStringLiteral("\"comments\": %1").arg(pw::CommentSpans().size()));
+        bench::report("colouring", QStringLiteral("colour_%1kb").arg(bytes / 1024), ms, "ms");
         closeDocument(doc);
     }
 }
@@ -101,12 +101,14 @@ void colourSizes(pw::frmMDIMain &main, const std::vector<qint64> &sizes)
 // Whole-document colouring, the same formats applied directly, typing in a coloured 8 MB page,
 // and the memory such a page holds.
 static bench::Register colouringBench("colouring", [] {
-    pw::frmMDIMain main;
+    pw::Application program(pw::platform());
+    pw::frmMDIMain &main = program.main();
+    pw::Workspace &ws = program.workspace();
     main.resize(1024, 720);
     main.show();
     QCoreApplication::processEvents();
 
-    colourSizes(main, {100 * 1024, 1024 * 1024});
+    colourSizes(ws, {100 * 1024, 1024 * 1024});
 
     const QString page = bench::generatePage(8 * 1024 * 1024, 35);
     const qint64 fileBytes = page.toUtf8().size();
@@ -114,12 +116,12 @@ static bench::Register colouringBench("colouring", [] {
     malloc_trim(0);
     const qint64 before = bench::residentBytes();
 
-    pw::frmDoc *doc = openPage(main, page);
+    pw::frmDoc *doc = openPage(ws, page);
     malloc_trim(0);
     const double loaded = double(bench::residentBytes() - before);
     QElapsedTimer t;
     t.start();
-    pw::HighlightDocument(*doc);
+    pw::HighlightDocument(ws, *doc);
     const double passMs = msSince(t);
     const QString counts = QStringLiteral("\"bytes\": %1, \"tags\": %2, \"comments\": %3")
                                .arg(fileBytes)
@@ -162,12 +164,12 @@ static bench::Register colouringBench("colouring", [] {
     closeDocument(doc);
 
     // The baseline: the same comment and tag formats merged with one QTextCursor in one edit block.
-    doc = openPage(main, page);
+    doc = openPage(ws, page);
     t.restart();
     {
         QTextCursor c(doc->Text->document());
-        const QTextCharFormat comment = pw::CommentFont.toFormat();
-        const QTextCharFormat tag = pw::HtmlFont.toFormat();
+        const QTextCharFormat comment = ws.fonts.comment.toFormat();
+        const QTextCharFormat tag = ws.fonts.html.toFormat();
         c.beginEditBlock();
         for (const Range &r : ranges.comments) {
             c.setPosition(r.from);

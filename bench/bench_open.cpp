@@ -1,5 +1,8 @@
 #include "bench.h"
 
+#include "core/workspace.h"
+#include "platform/platform.h"
+
 #include "app/application.h"
 #include "core/document_window.h"
 #include "core/main_window.h"
@@ -15,7 +18,7 @@
 static bench::Register openBench("open", [] {
     QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
-    pw::Application program;
+    pw::Application program(pw::platform());
     program.main().resize(1024, 720);
     program.main().show();
     for (const qint64 size : {100 * 1024LL, 1024 * 1024LL, 8 * 1024 * 1024LL}) {
@@ -26,11 +29,11 @@ static bench::Register openBench("open", [] {
         file.write(bench::generatePage(size).toUtf8());
         file.close();
         for (const bool colour : {false, true}) {
-            program.main().options().setChecked(pw::Option::Highlight, colour);
+            program.workspace().options.setChecked(pw::Option::Highlight, colour);
             const qint64 before = bench::residentBytes();
             QElapsedTimer t;
             t.start();
-            pw::frmDoc *doc = pw::OpenFromHandOver(path);
+            pw::frmDoc *doc = pw::OpenFromHandOver(program.workspace(), path);
             const double ms = double(t.nsecsElapsed()) / 1e6;
             const QString figure = QStringLiteral("open_%1kb_%2").arg(size / 1024).arg(colour ? "coloured" : "plain");
             bench::report("open", figure, ms, "ms");

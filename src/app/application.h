@@ -4,44 +4,60 @@
 
 #include <QString>
 
-#include <functional>
 #include <memory>
 
 namespace pw {
 
+class ActionStates;
+class AutoSave;
+class Platform;
+class Workspace;
 class frmDoc;
 class frmMDIMain;
 
-// The running program: the main window, its command table, the wiring of every new document
-// window to its menus and handlers, and the order of the start and the end.
+// The running program: the main window, its command table, the owner of what is enabled, autosave,
+// the wiring of every new document window to its menus and handlers, and the order of the start
+// and the end.
 class Application
 {
 public:
-    Application();
+    explicit Application(Platform &platform);
     ~Application();
 
     frmMDIMain &main() { return *m_main; }
+    Workspace &workspace();
     CommandTable &commands() { return m_commands; }
+    ActionStates &actions() { return *m_actions; }
+    AutoSave &autoSave() { return *m_autoSave; }
 
-    // The main window's load: settings, the first document (the file of the command line, else
-    // "Untitled: 1"), the previous-file menus, then the recovery of autosaved files.
-    // beforeMessage runs before the first message box, so that nothing stands over it.
-    void MDIForm_Load(const QString &commandLine, const std::function<void()> &beforeMessage = {});
+    // The main window's load: settings, the recovery of autosaved files, then the first document
+    // (the file of the command line, else an untitled one), autosave, and the focus in the document
+    // in front. Any box it shows stands over the splash, which goes at the end.
+    void MDIForm_Load(const QString &commandLine);
 
     // A command handed over by a second start: "open <path>" or "jump"; anything else sets
-    // *cancel, refusing it.
+    // *cancel, refusing it. It runs once no pass or box is busy.
     void MDIForm_LinkExecute(const QString &command, bool *cancel);
 
     // The program became active (or inactive): the keyboard focus goes back to the document,
     // except the first time after the start or after "Highlight open documents?" was answered No.
     void Msghook1_Message(bool becomingActive);
 
+    // A termination request: the program closes as its close box would, once nothing is busy.
+    void requestTermination();
+
 private:
-    void onDocumentWindowCreated(frmDoc *document);
+    void onDocumentCreated(frmDoc *document);
+    void showPreviousFiles();
+    void listWindows(frmDoc *document);
+    void addDocumentKeys();
+    void settleMainWindow();
     void MDIForm_Unload();
 
     std::unique_ptr<frmMDIMain> m_main;
     CommandTable m_commands;
+    AutoSave *m_autoSave = nullptr;
+    ActionStates *m_actions = nullptr;
 };
 
 } // namespace pw

@@ -1,7 +1,10 @@
 #include "app/command_table.h"
 
+#include "core/document_window.h"
+#include "core/editing_surface.h"
 #include "core/main_window.h"
 #include "core/options.h"
+#include "core/workspace.h"
 
 #include <QAction>
 #include <QFile>
@@ -15,6 +18,14 @@ namespace pw {
 void CommandTable::setHandler(const QString &name, Handler handler)
 {
     m_handlers.insert(name, std::move(handler));
+}
+
+void CommandTable::setDocumentHandler(const QString &name, std::function<void(frmDoc &)> handler)
+{
+    setHandler(name, [handler = std::move(handler)](frmDoc *document) {
+        if (document)
+            handler(*document);
+    });
 }
 
 void CommandTable::run(const QString &name, frmDoc *document) const
@@ -34,11 +45,12 @@ static bool isOptionItem(const QString &name, Option *option)
     return false;
 }
 
-QList<QMenu *> CommandTable::buildMenus(const QList<MenuRow> &rows, QWidget *owner, frmDoc *document) const
+QList<QMenu *> CommandTable::buildMenus(const QList<MenuRow> &rows, QWidget *owner, frmDoc *document,
+                                        Options &shared) const
 {
     QList<QMenu *> top;
     QList<QMenu *> stack; // the open menu at each depth
-    Options *options = frmMDIMain::instance() ? &frmMDIMain::instance()->options() : nullptr;
+    Options *options = &shared;
     for (qsizetype i = 0; i < rows.size(); ++i) {
         const MenuRow &row = rows[i];
         const bool hasChildren = i + 1 < rows.size() && rows[i + 1].depth > row.depth;
@@ -147,11 +159,32 @@ void CommandTable::buildToolbars(frmMDIMain &main) const
                 continue;
             }
             const QString key = row.key;
-            QObject::connect(action, &QAction::triggered, action, [this, key] { run(key, nullptr); });
+            Workspace *ws = &main.workspace();
+            QObject::connect(action, &QAction::triggered, action, [this, key, ws] {
+                frmDoc *current = ws->AnyDocumentOpen() ? ws->current() : nullptr;
+                if (current)
+                    current->Text->SetFocus();
+                run(key, current);
+            });
         }
     };
     fill(main.Toolbar1, toolbar1Rows());
     fill(main.Toolbar2, toolbar2Rows());
+}
+
+QAction *CommandTable::button(const frmMDIMain &main, Button button)
+{
+    return main.button(buttonKey(button));
+}
+
+QString buttonKey(Button button)
+{
+    static const char *const keys[ButtonCount] = {
+        "imgFileNew", "imgFileOpen", "imgFileSave", "imgEditCopy", "imgEditCut", "imgEditPaste", "imgUndo",
+        "imgSpell", "imgFind", "imgReplace", "imgHelp", "imgExit", "imgResources", "imgBody", "imgHyperLink",
+        "imgAnchorName", "imgImage", "imgChar", "imgList", "imgTable", "imgFrame", "imgForm", "imgTest",
+    };
+    return QLatin1String(keys[int(button)]);
 }
 
 } // namespace pw

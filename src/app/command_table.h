@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -13,6 +14,7 @@ class QWidget;
 
 namespace pw {
 
+class Options;
 class frmDoc;
 class frmMDIMain;
 
@@ -23,6 +25,14 @@ struct MenuRow {
     QString caption;
     QString shortcut;
 };
+
+// The toolbar buttons. Their objectNames are their keys ("imgFileSave").
+enum class Button {
+    FileNew, FileOpen, FileSave, EditCopy, EditCut, EditPaste, Undo, Spell, Find, Replace, Help, Exit,
+    Resources, Body, HyperLink, AnchorName, Image, Char, List, Table, Frame, Form, Test,
+};
+constexpr int ButtonCount = int(Button::Test) + 1;
+QString buttonKey(Button button);
 
 // One toolbar button: its key, tip, description and icon; a separator has the key "-".
 struct ButtonRow {
@@ -38,7 +48,8 @@ struct ButtonRow {
 class CommandTable
 {
 public:
-    // Called with the document whose menu was used, or nullptr from the main window's menu.
+    // Called with the document whose menu was used, the current document for a toolbar button, or
+    // nullptr from the main window's menu and when no document is open.
     using Handler = std::function<void(frmDoc *)>;
 
     static const QList<MenuRow> &mainMenuRows();
@@ -47,14 +58,19 @@ public:
     static const QList<ButtonRow> &toolbar2Rows();
 
     void setHandler(const QString &name, Handler handler);
+    // A handler for a command that acts on a document; without one it does nothing.
+    void setDocumentHandler(const QString &name, std::function<void(frmDoc &)> handler);
     bool hasHandler(const QString &name) const { return m_handlers.contains(name); }
+    QStringList handlerNames() const { return m_handlers.keys(); }
     void run(const QString &name, frmDoc *document) const;
 
     // Builds the menus of rows under owner; each item's triggered() runs its handler.
-    QList<QMenu *> buildMenus(const QList<MenuRow> &rows, QWidget *owner, frmDoc *document) const;
+    // Option items show the shared state of options.
+    QList<QMenu *> buildMenus(const QList<MenuRow> &rows, QWidget *owner, frmDoc *document, Options &options) const;
     // Fills Toolbar1 and Toolbar2 of the main window with their buttons (QActions named by key,
-    // children of the main window).
+    // children of the main window). A click first gives the focus to the current document.
     void buildToolbars(frmMDIMain &main) const;
+    static QAction *button(const frmMDIMain &main, Button button);
 
 private:
     QHash<QString, Handler> m_handlers;

@@ -4,20 +4,15 @@
 #include "core/about_box.h"
 #include "core/association_command.h"
 #include "core/document_window.h"
-#include "core/editing_surface.h"
 #include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "files/new_document.h"
 #include "markup/case_conversion.h"
-#include "markup/clipboard_undo.h"
 #include "markup/highlighter.h"
 #include "markup/tag_placement.h"
-#include "spell/checking_walk.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QMdiArea>
-#include <QTimer>
 #include <QToolBar>
 
 namespace pw {
@@ -33,13 +28,12 @@ struct PairedRow {
 // Commands that are nothing but a placement.
 const PairedRow kPaired[] = {
     {"mnuHTMLHTML", "HTML", true},       {"mnuHTMLHead", "HEAD", true},
-    {"mnuHTMLTitle", "TITLE", true},     {"mnuHTMLBody", "BODY", true},
-    {"mnuHTMLAdress", "ADDRESS", true},  {"mnuFrameSet", "FRAMESET", true},
-    {"mnuTextCitation", "CITE", true},   {"mnuTextPreformatted", "PRE", true},
-    {"mnuListOrdered", "OL", true},      {"mnuListUnordered", "UL", true},
-    {"mnuListMenu", "MENU", true},       {"mnuListDefinition", "DL", true},
-    {"mnuTableTable", "TABLE", true},    {"mnuFrameNoFrame", "NOFRAMES", true},
-    {"mnuTextCode", "CODE", true},
+    {"mnuHTMLTitle", "TITLE", true},     {"mnuHTMLAdress", "ADDRESS", true},
+    {"mnuFrameSet", "FRAMESET", true},   {"mnuTextCitation", "CITE", true},
+    {"mnuTextPreformatted", "PRE", true}, {"mnuListOrdered", "OL", true},
+    {"mnuListUnordered", "UL", true},    {"mnuListMenu", "MENU", true},
+    {"mnuListDefinition", "DL", true},   {"mnuTableTable", "TABLE", true},
+    {"mnuFrameNoFrame", "NOFRAMES", true}, {"mnuTextCode", "CODE", true},
     {"mnuTextBold", "B", false},         {"mnuTextItalic", "I", false},
     {"mnuTextUnderline", "U", false},    {"mnuTextTypewriter", "TT", false},
     {"mnuTextBlink", "BLINK", false},    {"mnuTextBlockquote", "BLOCKQUOTE", false},
@@ -67,124 +61,65 @@ const SingleRow kSingle[] = {
     {"mnuCharCopy", "&copy;"},       {"mnuCharBlank", "&nbsp;"},
 };
 
-void focusCurrentDocument(frmMDIMain &main)
+void BodyWithHint(Workspace &ws, frmDoc &document)
 {
-    if (main.slots().AnyDocumentOpen())
-        if (frmDoc *doc = main.slots().current())
-            doc->Text->SetFocus();
-}
-
-// The option toggles: flip the shared state (every menu follows it), then the effect.
-void registerOption(CommandTable &table, frmMDIMain &main, Option option, std::function<void(bool)> effect)
-{
-    table.setHandler(QLatin1String(optionItemName(option)), [&main, option, effect](frmDoc *) {
-        main.options().toggle(option);
-        if (effect)
-            effect(main.options().isChecked(option));
-    });
+    PlacePairedTag(ws, document, QStringLiteral("BODY"), true);
+    ws.status.SetStatusText(QStringLiteral("Use Body Background to change the default colors of your document!"));
 }
 
 } // namespace
 
-void setButtonHandler(CommandTable &table, frmMDIMain &main, const QString &key, std::function<void()> command)
+void RegisterCommands(CommandTable &table, const CommandContext &context)
 {
-    table.setHandler(key, [&main, command = std::move(command)](frmDoc *) {
-        focusCurrentDocument(main);
-        command();
-    });
-}
-
-void mnuFile_Click(frmDoc &document)
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    if (QAction *save = document.item(QStringLiteral("mnuFileSave")))
-        save->setEnabled(main && main->slots().state(document.slot()).Dirty);
-    if (QAction *printSelected = document.item(QStringLiteral("mnuFilePrintSelected")))
-        printSelected->setEnabled(printSelected->isEnabled() && document.Text->SelLength() != 0);
-}
-
-void mnuEdit_Click(frmDoc &document)
-{
-    const bool selected = document.Text->SelLength() != 0;
-    for (const char *name : {"mnuEditCopy", "mnuEditCut"})
-        if (QAction *a = document.item(QLatin1String(name)))
-            a->setEnabled(selected);
-}
-
-void RegisterCommands(CommandTable &table, frmMDIMain &main)
-{
+    Workspace &ws = context.workspace;
+    frmMDIMain &main = context.main;
     for (const PairedRow &row : kPaired) {
         const QString tag = QLatin1String(row.tag);
         const bool lines = row.separateLines;
-        table.setHandler(QLatin1String(row.item), [tag, lines](frmDoc *) { PlacePairedTag(tag, lines); });
+        table.setDocumentHandler(QLatin1String(row.item),
+                                 [&ws, tag, lines](frmDoc &doc) { PlacePairedTag(ws, doc, tag, lines); });
     }
-    table.setHandler(QStringLiteral("mnuHTMLBody"), [](frmDoc *) {
-        PlacePairedTag(QStringLiteral("BODY"), true);
-        SetStatusText(QStringLiteral("Use Body Background to change the default colors of your document!"));
-    });
+    table.setDocumentHandler(QStringLiteral("mnuHTMLBody"), [&ws](frmDoc &doc) { BodyWithHint(ws, doc); });
     for (int level = 1; level <= 6; ++level)
-        table.setHandler(QStringLiteral("mnuHeadings(%1)").arg(level),
-                         [level](frmDoc *) { PlacePairedTag(QStringLiteral("H%1").arg(level), false); });
+        table.setDocumentHandler(QStringLiteral("mnuHeadings(%1)").arg(level), [&ws, level](frmDoc &doc) {
+            PlacePairedTag(ws, doc, QStringLiteral("H%1").arg(level), false);
+        });
     for (const SingleRow &row : kSingle) {
         const QString literal = QLatin1String(row.literal);
-        table.setHandler(QLatin1String(row.item), [literal](frmDoc *) { PlaceSingleTag(literal); });
+        table.setDocumentHandler(QLatin1String(row.item), [&ws, literal](frmDoc &doc) { PlaceSingleTag(ws, doc, literal); });
     }
 
     // File
-    const auto newDocument = [](frmDoc *) { NewDocument(); };
+    const auto newDocument = [&ws](frmDoc *) { NewDocument(ws); };
     table.setHandler(QStringLiteral("mnuFileNew"), newDocument);
-    table.setHandler(QStringLiteral("mnuFileClose"), [](frmDoc *doc) {
-        if (doc)
-            doc->close();
-    });
-    table.setHandler(QStringLiteral("mnuFileCloseAll"), [&main](frmDoc *) { main.slots().CloseAll(); });
-    table.setHandler(QStringLiteral("mnuFileExit"), [&main](frmDoc *) { main.close(); });
-
-    // Edit
-    table.setHandler(QStringLiteral("mnuEditUndo"), [](frmDoc *) { UndoEdit(); });
-    table.setHandler(QStringLiteral("mnuEditCut"), [](frmDoc *) { CutSelection(); });
-    table.setHandler(QStringLiteral("mnuEditCopy"), [](frmDoc *) { CopySelection(); });
-    table.setHandler(QStringLiteral("mnuEditPaste"), [](frmDoc *) { PasteClipboard(); });
-    table.setHandler(QStringLiteral("mnuEditSelectAll"), [](frmDoc *) { SelectAllText(); });
+    table.setHandler(buttonKey(Button::FileNew), newDocument);
+    table.setDocumentHandler(QStringLiteral("mnuFileClose"), [](frmDoc &doc) { doc.close(); });
+    table.setHandler(QStringLiteral("mnuFileCloseAll"), [&ws](frmDoc *) { ws.slots.CloseAll(); });
+    const auto exit = [&main](frmDoc *) { main.close(); };
+    table.setHandler(QStringLiteral("mnuFileExit"), exit);
+    table.setHandler(buttonKey(Button::Exit), exit);
 
     // Window
     table.setHandler(QStringLiteral("mnuWindowTileCas"), [&main](frmDoc *) { main.mdiArea->cascadeSubWindows(); });
     table.setHandler(QStringLiteral("mnuWindowTileH"), [&main](frmDoc *) { main.mdiArea->tileSubWindows(); });
 
-    // Help and the association
-    table.setHandler(QStringLiteral("mnuHelpAbout"), [](frmDoc *) { ShowAboutBox(); });
-    table.setHandler(QStringLiteral("mnuOptionAssociate"), [](frmDoc *) { AssociateFilesCommand(); });
+    // The association and the about box
+    table.setHandler(QStringLiteral("mnuHelpAbout"), [&ws, &main](frmDoc *) { ShowAboutBox(ws, &main); });
+    table.setHandler(QStringLiteral("mnuOptionAssociate"), [&ws](frmDoc *) { AssociateFilesCommand(ws); });
 
-    // Options
-    registerOption(table, main, Option::Toolbar, [&main](bool on) {
-        main.Toolbar1->setVisible(on);
-        main.Toolbar2->setVisible(on && !main.markupToolsHidden());
-    });
-    // These two flip their option themselves, and may flip it back at Cancel.
-    table.setHandler(QLatin1String(optionItemName(Option::Highlight)), [](frmDoc *) { ToggleHighlighting(); });
-    table.setHandler(QLatin1String(optionItemName(Option::UHTML)), [](frmDoc *) { ToggleUppercaseOption(); });
-    table.setHandler(QStringLiteral("mnuHTMLUcase"), [](frmDoc *doc) {
-        if (doc)
-            ConvertTagsToUpper(*doc);
-    });
-    registerOption(table, main, Option::MaximizeDocs, nullptr);
-    registerOption(table, main, Option::AddTemplate, nullptr);
+    // Options: each flips the shared state, which every menu shows, then has its effect.
+    table.setHandler(QLatin1String(optionItemName(Option::Toolbar)), [&ws](frmDoc *) { ws.options.toggle(Option::Toolbar); });
+    table.setHandler(QLatin1String(optionItemName(Option::MaximizeDocs)), [&ws](frmDoc *) { ws.options.toggle(Option::MaximizeDocs); });
+    table.setHandler(QLatin1String(optionItemName(Option::AddTemplate)), [&ws](frmDoc *) { ws.options.toggle(Option::AddTemplate); });
+    table.setHandler(QLatin1String(optionItemName(Option::Highlight)), [&ws](frmDoc *) { ToggleHighlighting(ws); });
+    table.setHandler(QLatin1String(optionItemName(Option::UHTML)), [&ws](frmDoc *) { ToggleUppercaseOption(ws); });
+    table.setDocumentHandler(QStringLiteral("mnuHTMLUcase"), [&ws](frmDoc &doc) { ConvertTagsToUpper(ws, doc); });
 
-    const auto button = [&table, &main](const QString &key, std::function<void()> command) {
-        setButtonHandler(table, main, key, std::move(command));
-    };
-    button(QStringLiteral("imgFileNew"), [] { NewDocument(); });
-    button(QStringLiteral("imgEditCopy"), [] { CopySelection(); });
-    button(QStringLiteral("imgEditCut"), [] { CutSelection(); });
-    button(QStringLiteral("imgEditPaste"), [] { PasteClipboard(); });
-    button(QStringLiteral("imgUndo"), [] { UndoEdit(); });
-    button(QStringLiteral("imgExit"), [&main] { main.close(); });
-    button(QStringLiteral("imgSpell"), [] { ShowSpellChecker(); });
-
-    RegisterOpenCommands(table, main);
-    RegisterSaveCommands(table, main);
-    RegisterPrintAndStampCommands(table, main);
-    RegisterHelpCommands(table, main);
+    RegisterEditCommands(table, context);
+    RegisterOpenCommands(table, context);
+    RegisterSaveCommands(table, context);
+    RegisterPrintAndStampCommands(table, context);
+    RegisterHelpCommands(table, context);
 }
 
 } // namespace pw

@@ -1,28 +1,28 @@
 #pragma once
 
-#include <QString>
-
-#include <functional>
-
 namespace pw {
 
+class AutoSave;
 class CommandTable;
+class Workspace;
 class frmMDIMain;
 
-// Registers the handler of every command that exists: each forwards to its operation.
-void RegisterCommands(CommandTable &table, frmMDIMain &main);
+// What the handlers forward to: the main window (for its dialogs' parent and its arrangement of
+// windows), the workspace and autosave.
+struct CommandContext {
+    frmMDIMain &main;
+    Workspace &workspace;
+    AutoSave &autoSave;
+};
 
-// A Toolbar1 button: each click first gives the focus to the current document.
-void setButtonHandler(CommandTable &table, frmMDIMain &main, const QString &key, std::function<void()> command);
+// Registers the handler of every command that exists: each forwards to its operation.
+void RegisterCommands(CommandTable &table, const CommandContext &context);
 
 // The command groups, each in its own file; RegisterCommands calls them all.
-void RegisterOpenCommands(CommandTable &table, frmMDIMain &main);
-void RegisterSaveCommands(CommandTable &table, frmMDIMain &main);
-void RegisterPrintAndStampCommands(CommandTable &table, frmMDIMain &main);
-void RegisterHelpCommands(CommandTable &table, frmMDIMain &main);
-
-// The enabling rules applied when a document's File and Edit menus open.
-void mnuFile_Click(class frmDoc &document);
-void mnuEdit_Click(class frmDoc &document);
+void RegisterEditCommands(CommandTable &table, const CommandContext &context);
+void RegisterOpenCommands(CommandTable &table, const CommandContext &context);
+void RegisterSaveCommands(CommandTable &table, const CommandContext &context);
+void RegisterPrintAndStampCommands(CommandTable &table, const CommandContext &context);
+void RegisterHelpCommands(CommandTable &table, const CommandContext &context);
 
 } // namespace pw

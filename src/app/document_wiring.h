@@ -2,11 +2,13 @@
 
 namespace pw {
 
+class Workspace;
 class frmDoc;
-class frmMDIMain;
 
-// Connects a new document window's events to the operations that handle them: its surface's
-// change, key, selection, mouse and focus events, its closing questions and its unloading.
-void WireDocument(frmMDIMain &main, frmDoc &document);
+// Connects a new document window's events to the operations that handle them: the standard
+// editing keys, its surface's key, change, mouse and focus events, its closing question and its
+// unloading. The caret, selection and undo state reach the buttons and panels through
+// ActionStates.
+void WireDocument(Workspace &workspace, frmDoc &document);
 
 } // namespace pw

@@ -6,10 +6,13 @@
 
 namespace pw {
 
-void RegisterHelpCommands(CommandTable &table, frmMDIMain &main)
+void RegisterHelpCommands(CommandTable &table, const CommandContext &context)
 {
-    table.setHandler(QStringLiteral("mnuHelpContents"), [](frmDoc *) { HelpContents(); });
-    setButtonHandler(table, main, QStringLiteral("imgHelp"), [] { HelpContents(); });
+    Workspace &ws = context.workspace;
+    frmMDIMain &main = context.main;
+    const auto contents = [&ws, &main](frmDoc *) { HelpContents(ws, &main); };
+    table.setHandler(QStringLiteral("mnuHelpContents"), contents);
+    table.setHandler(buttonKey(Button::Help), contents);
 }
 
 } // namespace pw

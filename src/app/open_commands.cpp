@@ -1,19 +1,20 @@
 #include "app/commands.h"
 
 #include "app/command_table.h"
-#include "core/main_window.h"
 #include "files/open_document.h"
 #include "files/previous_lists.h"
 
 namespace pw {
 
-void RegisterOpenCommands(CommandTable &table, frmMDIMain &main)
+void RegisterOpenCommands(CommandTable &table, const CommandContext &context)
 {
-    table.setHandler(QStringLiteral("mnuFileOpen"), [](frmDoc *) { OpenFromDialog(); });
-    setButtonHandler(table, main, QStringLiteral("imgFileOpen"), [] { OpenFromDialog(); });
+    Workspace &ws = context.workspace;
+    const auto open = [&ws](frmDoc *) { OpenFromDialog(ws); };
+    table.setHandler(QStringLiteral("mnuFileOpen"), open);
+    table.setHandler(buttonKey(Button::FileOpen), open);
     for (int i = 1; i <= PreviousFileCount; ++i)
-        table.setHandler(QStringLiteral("mnuFilePrevious(%1)").arg(i), [i](frmDoc *) { OpenPrevious(i); });
-    table.setHandler(QStringLiteral("mnuFileImport"), [](frmDoc *) { ImportFile(); });
+        table.setHandler(QStringLiteral("mnuFilePrevious(%1)").arg(i), [&ws, i](frmDoc *) { OpenPrevious(ws, i); });
+    table.setDocumentHandler(QStringLiteral("mnuFileImport"), [&ws](frmDoc &doc) { ImportFile(ws, doc); });
 }
 
 } // namespace pw

@@ -1,25 +1,30 @@
 #include "app/commands.h"
 
 #include "app/command_table.h"
-#include "core/main_window.h"
+#include "core/options.h"
 #include "files/autosave.h"
 #include "files/printing.h"
 #include "files/stamps.h"
 
 namespace pw {
 
-void RegisterPrintAndStampCommands(CommandTable &table, frmMDIMain &main)
+void RegisterPrintAndStampCommands(CommandTable &table, const CommandContext &context)
 {
-    table.setHandler(QStringLiteral("mnuFilePrint"), [](frmDoc *) { PrintDocument(); });
-    table.setHandler(QStringLiteral("mnuFilePrintSelected"), [](frmDoc *) { PrintSelection(); });
+    Workspace &ws = context.workspace;
+    table.setDocumentHandler(QStringLiteral("mnuFilePrint"), [&ws](frmDoc &doc) { PrintDocument(ws, doc); });
+    table.setDocumentHandler(QStringLiteral("mnuFilePrintSelected"), [&ws](frmDoc &doc) { PrintSelection(ws, doc); });
 
-    table.setHandler(QStringLiteral("mnuAccretionLDate"), [](frmDoc *) { PlaceStamp(StampKind::LongDate); });
-    table.setHandler(QStringLiteral("mnuAccretionSDate"), [](frmDoc *) { PlaceStamp(StampKind::ShortDate); });
-    table.setHandler(QStringLiteral("mnuAccretionLTime"), [](frmDoc *) { PlaceStamp(StampKind::LongTime); });
-    table.setHandler(QStringLiteral("mnuAccretionSTime"), [](frmDoc *) { PlaceStamp(StampKind::ShortTime); });
+    const std::pair<const char *, StampKind> stamps[] = {
+        {"mnuAccretionLDate", StampKind::LongDate},
+        {"mnuAccretionSDate", StampKind::ShortDate},
+        {"mnuAccretionLTime", StampKind::LongTime},
+        {"mnuAccretionSTime", StampKind::ShortTime},
+    };
+    for (const auto &[item, kind] : stamps)
+        table.setDocumentHandler(QLatin1String(item), [&ws, kind = kind](frmDoc &doc) { PlaceStamp(ws, doc, kind); });
 
-    table.setHandler(QStringLiteral("mnuOptionAutosave"), [](frmDoc *) { ToggleAutoSave(); });
-    BindAutoSaveTimer(main);
+    AutoSave &autoSave = context.autoSave;
+    table.setHandler(QLatin1String(optionItemName(Option::AutoSave)), [&autoSave](frmDoc *) { autoSave.ToggleAutoSave(); });
 }
 
 } // namespace pw

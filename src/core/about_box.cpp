@@ -1,9 +1,9 @@
 #include "core/about_box.h"
 
 #include "core/app_state.h"
-#include "core/main_window.h"
-#include "core/settings_store.h"
+#include "core/dialog_look.h"
 #include "core/status_line.h"
+#include "core/workspace.h"
 #include "platform/platform.h"
 
 #include <QGridLayout>
@@ -17,8 +17,9 @@
 
 namespace pw {
 
-frmTitle2::frmTitle2(QWidget *parent) : QDialog(parent)
+frmTitle2::frmTitle2(Workspace &workspace, QWidget *parent) : QDialog(parent), m_workspace(workspace)
 {
+    SetDialogLook(*this);
     setObjectName(QStringLiteral("frmTitle2"));
     setWindowTitle(QStringLiteral("About Pagewright"));
 
@@ -65,14 +66,16 @@ frmTitle2::frmTitle2(QWidget *parent) : QDialog(parent)
     grid->addWidget(Image1, 0, 0);
     grid->addLayout(text, 0, 1);
     grid->addLayout(buttons, 1, 0, 1, 2);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmTitle2::Label6_Click()
 {
     // Without a chosen browser there is nothing to start; the box just stays.
-    if (History.Browser.isEmpty())
+    const QString browser = m_workspace.history.Browser;
+    if (browser.isEmpty())
         return;
-    platform().startProgram(History.Browser, {QLatin1String(HomePageAddress)});
+    m_workspace.platform.startProgram(browser, {QLatin1String(HomePageAddress)});
 }
 
 void frmTitle2::Command1_Click()
@@ -91,11 +94,11 @@ bool frmTitle2::eventFilter(QObject *watched, QEvent *event)
     return QDialog::eventFilter(watched, event);
 }
 
-frmTitle2 *ShowAboutBox()
+frmTitle2 *ShowAboutBox(Workspace &workspace, QWidget *parent)
 {
-    static QPointer<frmTitle2> box;
+    QPointer<frmTitle2> box = parent ? parent->findChild<frmTitle2 *>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
     if (!box) {
-        box = new frmTitle2(frmMDIMain::instance());
+        box = new frmTitle2(workspace, parent);
         box->setAttribute(Qt::WA_DeleteOnClose);
         box->setWindowModality(Qt::ApplicationModal);
         box->adjustSize();

@@ -7,6 +7,8 @@ class QPushButton;
 
 namespace pw {
 
+class Workspace;
+
 // The product's home page, shown in the about box.
 inline constexpr char HomePageAddress[] = "https://pagewright.example.org/";
 
@@ -17,7 +19,7 @@ class frmTitle2 : public QDialog
     Q_OBJECT
 
 public:
-    explicit frmTitle2(QWidget *parent = nullptr);
+    frmTitle2(Workspace &workspace, QWidget *parent);
 
     QLabel *Image1 = nullptr;
     QLabel *Label1 = nullptr;
@@ -30,10 +32,13 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    Workspace &m_workspace;
 };
 
-// Shows the one about box, centred and application-modal, without blocking the caller; it is deleted
-// when it closes.
-frmTitle2 *ShowAboutBox();
+// Shows the one about box over parent, centred and application-modal, without blocking the caller;
+// it is deleted when it closes.
+frmTitle2 *ShowAboutBox(Workspace &workspace, QWidget *parent);
 
 } // namespace pw

@@ -7,13 +7,7 @@ namespace pw {
 // The line end of all generated text and of messages.
 inline const QString LineEnd = QStringLiteral("\r\n");
 
-// What is kept about each document slot; -1 is true and 0 false.
-struct DocumentState {
-    qint16 Dirty = 0;
-    qint16 Free = 0;
-    qint16 Saved = 0;
-};
-
+// The 16-bit booleans of the records: -1 is true and 0 false.
 constexpr qint16 True = -1;
 constexpr qint16 False = 0;
 

@@ -2,20 +2,17 @@
 
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/workspace.h"
 
 #include <QMdiArea>
 
 namespace pw {
 
-DocumentSlots::DocumentSlots(frmMDIMain *main) : m_main(main)
+DocumentSlots::DocumentSlots(Workspace &workspace, QMdiArea &area) : m_workspace(workspace), m_area(area)
 {
     // Index 0 is unused; slot 1 exists from the start, free until the first document takes it.
     m_windows.resize(2);
-    m_states.resize(2);
-    m_localNames.resize(2);
-    m_states[1].Free = True;
+    m_free = {true, true};
 }
 
 frmDoc *DocumentSlots::document(int slot) const
@@ -27,39 +24,27 @@ frmDoc *DocumentSlots::document(int slot) const
 
 frmDoc *DocumentSlots::current() const
 {
-    if (CurrentDocument < 1 || CurrentDocument > count() || m_states[CurrentDocument].Free)
-        return nullptr;
-    return m_windows[CurrentDocument];
+    return isFree(CurrentDocument) ? nullptr : m_windows[CurrentDocument].data();
 }
 
 int DocumentSlots::FindFreeSlot()
 {
     for (int slot = 1; slot <= count(); ++slot) {
-        if (m_states[slot].Free) {
-            m_states[slot].Free = False;
+        if (m_free[slot]) {
+            m_free[slot] = false;
             return slot;
         }
     }
     m_windows.append(nullptr);
-    m_states.append(DocumentState{});
-    m_localNames.append(std::array<QString, LocalNameCount>{});
+    m_free.append(false);
     return count();
-}
-
-bool DocumentSlots::AnyDocumentOpen()
-{
-    for (int slot = 1; slot <= count(); ++slot)
-        if (!m_states[slot].Free && m_windows[slot])
-            return true;
-    ClearStatusText();
-    return false;
 }
 
 QList<int> DocumentSlots::openSlots() const
 {
     QList<int> open;
     for (int slot = 1; slot <= count(); ++slot)
-        if (!m_states[slot].Free && m_windows[slot])
+        if (!m_free[slot] && m_windows[slot])
             open.append(slot);
     return open;
 }
@@ -70,18 +55,15 @@ void DocumentSlots::RefreshDocuments()
         m_windows[slot]->repaint();
 }
 
-frmDoc *DocumentSlots::CreateDocumentWindow(int slot, const QString &caption)
+frmDoc *DocumentSlots::CreateDocumentWindow(int slot, const QString &untitledName)
 {
-    auto *doc = new frmDoc(m_main);
+    auto *doc = new frmDoc(m_workspace, slot, untitledName);
     m_windows[slot] = doc;
-    m_states[slot] = DocumentState{};
-    doc->Tag = QString::number(slot);
-    doc->setCaption(caption);
-    Q_EMIT m_main->documentWindowCreated(doc);
-    m_main->mdiArea->addSubWindow(doc);
-    doc->Text->setBackColor(m_main->Text->BackColor());
+    m_free[slot] = false;
+    Q_EMIT documentCreated(doc);
+    m_area.addSubWindow(doc);
     doc->Form_Load();
-    ApplyClassFont(*doc->Text, false);
+    doc->Text->applyClassFont(false);
     if (!doc->isMaximized())
         doc->show();
     return doc;
@@ -89,16 +71,26 @@ frmDoc *DocumentSlots::CreateDocumentWindow(int slot, const QString &caption)
 
 void DocumentSlots::abandon(int slot)
 {
-    m_states[slot].Free = True;
-    m_states[slot].Dirty = False;
-    if (frmDoc *doc = m_windows[slot])
+    if (frmDoc *doc = m_windows[slot]; doc && !m_free[slot]) {
+        doc->state().setDirty(false);
         doc->unloadQuietly();
+    } else {
+        release(slot);
+    }
+}
+
+void DocumentSlots::release(int slot)
+{
+    if (slot < 1 || slot > count())
+        return;
+    m_free[slot] = true;
+    Q_EMIT documentClosed(slot);
 }
 
 void DocumentSlots::CloseAll()
 {
     for (int slot = 1; slot <= count(); ++slot)
-        if (!m_states[slot].Free && m_windows[slot])
+        if (!m_free[slot] && m_windows[slot])
             m_windows[slot]->close();
 }
 

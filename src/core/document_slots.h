@@ -1,62 +1,68 @@
 #pragma once
 
-#include "core/app_state.h"
-
 #include <QList>
+#include <QObject>
 #include <QPointer>
 #include <QString>
 
-#include <array>
+class QMdiArea;
 
 namespace pw {
 
 class frmDoc;
-class frmMDIMain;
+class Workspace;
 
-// The numbered document slots, from 1: each slot's window, its state and its anchor names.
-// A slot's window is made the first time the slot is touched and again on its next use after it
-// was closed.
-class DocumentSlots
+// The numbered document slots, from 1: which are free, each open slot's window, which document is
+// current, and the cascade of new windows. A slot's window is made when the slot is filled and
+// again on its next use after it was closed; what a document knows of itself is in its window's
+// state (frmDoc::state()).
+class DocumentSlots : public QObject
 {
+    Q_OBJECT
+
 public:
-    static constexpr int LocalNameCount = 22; // positions 0 to 21
+    DocumentSlots(Workspace &workspace, QMdiArea &area);
 
-    explicit DocumentSlots(frmMDIMain *main);
-
-    int count() const { return int(m_windows.size()) - 1; } // the upper bound
+    int count() const { return int(m_free.size()) - 1; } // the upper bound; never shrinks
+    bool isFree(int slot) const { return slot < 1 || slot > count() || m_free[slot]; }
     frmDoc *document(int slot) const;
-    DocumentState &state(int slot) { return m_states[slot]; }
-    const DocumentState &state(int slot) const { return m_states[slot]; }
-    QString &LocalNames(int position, int slot) { return m_localNames[slot][position]; }
+    QMdiArea &area() const { return m_area; }
 
     int CurrentDocument = 1;
     int ActivationSelStart = 0;
     int CascadeOffset = 0; // twips
 
-    // The lowest free slot, taken (Free = 0); grows the slots by one when none is free.
+    // The lowest free slot, taken; grows the slots by one when none is free.
     int FindFreeSlot();
-    // True when any slot holds an open document; otherwise clears the status text.
-    bool AnyDocumentOpen();
     // Repaints every open document.
     void RefreshDocuments();
     // The current document, or nullptr when it is not open.
     frmDoc *current() const;
+    // The open slots, from 1 up.
+    QList<int> openSlots() const;
 
-    // Makes the window of a taken slot (running its Form_Load), captions it and gives its empty
-    // surface the text font. The caller fills it, then clears Dirty.
-    frmDoc *CreateDocumentWindow(int slot, const QString &caption);
-    // Marks a slot free after a failed open and closes its window without questions.
+    // Makes the window of a taken slot (running its Form_Load), named untitledName until it has a
+    // file, with the text font on its empty surface. The caller fills it, then clears Dirty.
+    frmDoc *CreateDocumentWindow(int slot, const QString &untitledName);
+    // Gives a slot back after a failed open, closing its window without questions.
     void abandon(int slot);
     // Closes every open document from slot 1 up; each may refuse.
     void CloseAll();
+    // A document window's unload: the slot is free again.
+    void release(int slot);
 
-    QList<int> openSlots() const;
+Q_SIGNALS:
+    // A window was made for a slot, before its Form_Load: the place to build its menus and connect
+    // its events.
+    void documentCreated(pw::frmDoc *document);
+    // A document closed; its slot is free.
+    void documentClosed(int slot);
 
 private:
-    frmMDIMain *m_main;
+    Workspace &m_workspace;
+    QMdiArea &m_area;
     QList<QPointer<frmDoc>> m_windows;
-    QList<DocumentState> m_states;
-    QList<std::array<QString, LocalNameCount>> m_localNames;
+    QList<bool> m_free;
 };
 
 } // namespace pw

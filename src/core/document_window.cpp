@@ -1,33 +1,47 @@
 #include "core/document_window.h"
 
-#include "core/document_slots.h"
+#include "core/app_state.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/workspace.h"
 
 #include <QCloseEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
 
 namespace pw {
 
-frmDoc::frmDoc(frmMDIMain *main) : QMdiSubWindow(nullptr), m_main(main)
+frmDoc::frmDoc(Workspace &workspace, int slot, const QString &untitledName)
+    : QMdiSubWindow(nullptr), m_workspace(workspace), m_state(this)
 {
     setObjectName(QStringLiteral("frmDoc"));
     setAttribute(Qt::WA_DeleteOnClose);
+    Tag = QString::number(slot);
     Text = new EditingSurface(this);
+    Text->setClassFonts(&workspace.fonts);
+    Text->setBackColor(workspace.backColor);
     setWidget(Text);
     Text1 = new QLineEdit(this);
     Text1->setObjectName(QStringLiteral("Text1"));
     Text1->hide();
     setWindowIcon(QIcon(QStringLiteral(":/icons/pagewright.svg")));
+    m_state.setUntitledName(untitledName);
+    showTitle();
+    connect(&m_state, &DocumentState::captionChanged, this, &frmDoc::showTitle);
+    connect(&m_state, &DocumentState::dirtyChanged, this, &QWidget::setWindowModified);
 }
 
 frmDoc::~frmDoc()
 {
     qDeleteAll(m_menus);
+}
+
+void frmDoc::showTitle()
+{
+    // "[*]" shows "*" while modified; one standing in a path is doubled so that it stays as written.
+    QString title = Caption();
+    title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+    setWindowTitle(title + QLatin1String("[*]"));
 }
 
 QMenu *frmDoc::menu(const QString &name) const
@@ -54,39 +68,31 @@ QAction *frmDoc::item(const QString &name) const
 
 void frmDoc::Form_Load()
 {
-    DocumentSlots &slots = m_main->slots();
-    QMdiArea *area = m_main->mdiArea;
+    DocumentSlots &slots = m_workspace.slots;
+    const QWidget *viewport = slots.area().viewport();
     // A new window takes three quarters of the area's width and two thirds of its height.
-    const QSize size(area->viewport()->width() * 3 / 4, area->viewport()->height() * 2 / 3);
+    const QSize size(viewport->width() * 3 / 4, viewport->height() * 2 / 3);
     resize(size.expandedTo(QSize(320, 200)));
 
     if (!isMaximized() && !isMinimized()) {
         const double h = pixelsToTwips(height()), w = pixelsToTwips(width());
-        const double p = pixelsToTwips(area->viewport()->height());
-        const double m = pixelsToTwips(area->viewport()->width());
+        const double p = pixelsToTwips(viewport->height());
+        const double m = pixelsToTwips(viewport->width());
         if (slots.CascadeOffset + h + 450 > p || m - 200 < slots.CascadeOffset + w)
             slots.CascadeOffset = 0;
         const int at = twipsToPixels(slots.CascadeOffset);
         move(at, at);
         slots.CascadeOffset += 400;
     }
-    Text->setBackColor(Text->BackColor());
-    if (m_main->options().isChecked(Option::MaximizeDocs))
+    if (m_workspace.options.isChecked(Option::MaximizeDocs))
         showMaximized();
 }
 
 void frmDoc::Form_Activate()
 {
-    DocumentSlots &slots = m_main->slots();
+    DocumentSlots &slots = m_workspace.slots;
     slots.CurrentDocument = slot();
     slots.ActivationSelStart = Text->SelStart();
-    m_main->Panel3->setText(SizeText(Text->TextLength()));
-    m_main->Panel2->setText(LineText(Text->GetLineFromChar(Text->SelStart() + 1) + 1));
-    m_main->setButtonEnabled(QStringLiteral("imgFileSave"),
-                             isUntitled() || slots.state(slot()).Dirty);
-    const bool selected = Text->SelLength() >= 1;
-    m_main->setButtonEnabled(QStringLiteral("imgEditCut"), selected);
-    m_main->setButtonEnabled(QStringLiteral("imgEditCopy"), selected);
     if (!isMinimized())
         Text->SetFocus();
     Q_EMIT Activated();
@@ -111,7 +117,7 @@ void frmDoc::unloadForShutdown()
 
 void frmDoc::closeEvent(QCloseEvent *event)
 {
-    if (!m_quiet) {
+    if (!m_quiet && !m_unloaded) {
         bool cancel = false;
         Q_EMIT QueryUnload(&cancel, m_unloadMode);
         if (cancel && m_unloadMode == UnloadByUser) {
@@ -127,23 +133,14 @@ void frmDoc::Form_Unload()
 {
     if (std::exchange(m_unloaded, true))
         return;
-    DocumentSlots &slots = m_main->slots();
-    const int n = slot();
-    if (n < 1 || n > slots.count())
-        return;
-    slots.state(n).Free = True;
-    if (!slots.AnyDocumentOpen()) {
-        SetMarkupToolsHidden(true);
-        m_main->Panel3->setText(QStringLiteral("Size: 0"));
-        m_main->Panel2->setText(QStringLiteral("Line: 0 "));
+    DocumentSlots &slots = m_workspace.slots;
+    slots.release(slot());
+    if (slots.openSlots().isEmpty())
         slots.CascadeOffset = 0;
-    }
     // Compared in pixels: the window was placed at a twips value that pixels only approximate.
     if (!isMaximized() && !isMinimized() && y() == twipsToPixels(slots.CascadeOffset - 400))
         slots.CascadeOffset -= 400;
-    for (int i = 1; i < DocumentSlots::LocalNameCount; ++i)
-        slots.LocalNames(i, n).clear();
-    Q_EMIT Unloaded(n);
+    Q_EMIT Unloaded();
 }
 
 void frmDoc::resizeEvent(QResizeEvent *event)

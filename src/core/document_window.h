@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/file_format.h"
+#include "core/document_state.h"
 
 #include <QMdiSubWindow>
 
@@ -10,30 +10,29 @@ class QMenu;
 namespace pw {
 
 class EditingSurface;
-class frmMDIMain;
+class Workspace;
 
-// One open document: its surface, its own menus, and the hidden box of the browser test. The
-// window raises its events as signals; the program's handlers are connected from outside.
+// One open document: its surface, its own menus, its state, and the hidden box of the browser
+// test. The title is the caption with "*" while the document is changed. The window raises its
+// events as signals; the program's handlers are connected from outside.
 class frmDoc : public QMdiSubWindow
 {
     Q_OBJECT
 
 public:
-    explicit frmDoc(frmMDIMain *main);
+    frmDoc(Workspace &workspace, int slot, const QString &untitledName);
     ~frmDoc() override;
 
     EditingSurface *Text = nullptr;
     QLineEdit *Text1 = nullptr; // hidden
     QString Tag;                // the slot number as text
     qint16 LastKeyAscii = 0;
-    // How the document's file is written back: the encoding, byte-order mark and line ends it
-    // was read with; a new document's default otherwise.
-    FileFormat fileFormat;
 
+    DocumentState &state() { return m_state; }
+    const DocumentState &state() const { return m_state; }
     int slot() const { return Tag.toInt(); }
-    QString Caption() const { return windowTitle(); }
-    void setCaption(const QString &caption) { setWindowTitle(caption); }
-    bool isUntitled() const { return Caption().contains(QLatin1String("Untitled:")); }
+    QString Caption() const { return m_state.caption(); }
+    bool isUntitled() const { return m_state.isUntitled(); }
 
     // The document's menu bar, shown in the main window while this document is active.
     QList<QMenu *> &menus() { return m_menus; }
@@ -55,8 +54,8 @@ public:
 Q_SIGNALS:
     // Before closing: a handler may set *cancel. unloadMode 0 is the user's close, 1 the program's.
     void QueryUnload(bool *cancel, int unloadMode);
-    // After the slot is marked free: release the file, the closing stamp pass.
-    void Unloaded(int slot);
+    // After the slot is free: release the file, the closing stamp pass.
+    void Unloaded();
     void Activated();
 
 protected:
@@ -65,8 +64,10 @@ protected:
 
 private:
     void Form_Unload();
+    void showTitle();
 
-    frmMDIMain *m_main;
+    Workspace &m_workspace;
+    DocumentState m_state;
     QList<QMenu *> m_menus;
     bool m_quiet = false;
     int m_unloadMode = UnloadByUser;

@@ -3,9 +3,10 @@
 #include <QHash>
 #include <QKeyEvent>
 #include <QMimeData>
-#include <QSaveFile>
 #include <QTextBlock>
 #include <QTextLayout>
+
+#include <optional>
 
 namespace pw {
 
@@ -22,10 +23,13 @@ QString normalizeLineEnds(const QString &text)
     return t;
 }
 
-// A user's key, drop or input-method edit. Before it runs, the lines around the selection are
-// kept; each change the control then makes is recorded for undo from that copy, which is kept
-// in step. A change outside the copy can't be undone and clears the undo.
+// A user's key, drop or input-method edit. Before it runs, a bounded stretch around the selection
+// is kept; each change the control then makes is recorded for undo from that copy, which is kept in
+// step by splicing in what was added. A change that reaches outside the copy can't be undone and
+// clears the undo. Plain typing, which removes nothing, keeps no copy at all.
 struct EditingSurface::UserEdit {
+    static constexpr int Reach = 1024; // characters kept on either side of the selection
+
     int windowStart = 0;
     FormattedFragment window;
     QList<UndoOp> ops;
@@ -36,17 +40,28 @@ struct EditingSurface::UserEdit {
         if (!valid)
             return;
         const int windowEnd = windowStart + int(window.text.size());
-        if (position >= windowStart && position + removed <= windowEnd) {
+        if (removed == 0) {
+            ops.append({position, {}, added});
+            if (position < windowStart)
+                windowStart += added;
+            else if (position <= windowEnd)
+                splice(document, position, 0, added);
+        } else if (position >= windowStart && position + removed <= windowEnd) {
             ops.append({position, window.mid(position - windowStart, removed), added});
-            window = FormattedFragment::capture(document, windowStart, windowEnd - removed + added);
-        } else if (removed == 0 && position < windowStart) {
-            ops.append({position, {}, added});
-            windowStart += added;
-        } else if (removed == 0) {
-            ops.append({position, {}, added});
+            splice(document, position, removed, added);
         } else {
             valid = false;
         }
+    }
+
+private:
+    void splice(const QTextDocument *document, int position, int removed, int added)
+    {
+        const int offset = position - windowStart;
+        FormattedFragment spliced = window.mid(0, offset);
+        spliced.append(FormattedFragment::capture(document, position, position + added));
+        spliced.append(window.mid(offset + removed, int(window.text.size()) - offset - removed));
+        window = std::move(spliced);
     }
 };
 
@@ -55,6 +70,8 @@ EditingSurface::EditingSurface(QWidget *parent) : QPlainTextEdit(parent)
     setObjectName(QStringLiteral("Text"));
     document()->setUndoRedoEnabled(false);
     setContextMenuPolicy(Qt::NoContextMenu);
+    static const ClassFonts plainFonts;
+    m_fonts = &plainFonts;
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
     setBackColor(0xFFFFFF);
     m_docChars = document()->characterCount();
@@ -247,7 +264,7 @@ void EditingSurface::insertFragment(const FormattedFragment &fragment)
     replaceRange(c.selectionStart(), c.selectionEnd(), fragment);
 }
 
-void EditingSurface::replaceRange(int from, int to, const FormattedFragment &with, bool typing)
+void EditingSurface::replaceRange(int from, int to, const FormattedFragment &with)
 {
     UndoOp op;
     op.position = from;
@@ -265,7 +282,7 @@ void EditingSurface::replaceRange(int from, int to, const FormattedFragment &wit
     if (record) {
         --m_internal;
         op.inserted = end - from;
-        recordOp(std::move(op), typing);
+        recordOp(std::move(op), false);
     }
     QTextCursor caret = textCursor();
     caret.setPosition(end);
@@ -277,43 +294,10 @@ void EditingSurface::replaceRange(int from, int to, const FormattedFragment &wit
 void EditingSurface::mergeFormat(const QTextCharFormat &format)
 {
     ++m_internal;
+    ++m_formatOnly;
     mergeCurrentCharFormat(format);
+    --m_formatOnly;
     --m_internal;
-}
-
-void EditingSurface::setSelColor(qint32 color)
-{
-    QTextCharFormat f;
-    f.setForeground(colorFromValue(color));
-    mergeFormat(f);
-}
-
-void EditingSurface::setSelFontName(const QString &name)
-{
-    QTextCharFormat f;
-    f.setFontFamilies({name});
-    mergeFormat(f);
-}
-
-void EditingSurface::setSelFontSize(int points)
-{
-    QTextCharFormat f;
-    f.setFontPointSize(points);
-    mergeFormat(f);
-}
-
-void EditingSurface::setSelBold(bool bold)
-{
-    QTextCharFormat f;
-    f.setFontWeight(bold ? QFont::Bold : QFont::Normal);
-    mergeFormat(f);
-}
-
-void EditingSurface::setSelItalic(bool italic)
-{
-    QTextCharFormat f;
-    f.setFontItalic(italic);
-    mergeFormat(f);
 }
 
 void EditingSurface::setSelFont(const FontClass &font)
@@ -341,8 +325,10 @@ void EditingSurface::formatRange(int start, int length, const FontClass &font)
     if (length <= 0)
         return;
     ++m_internal;
+    ++m_formatOnly;
     QTextCursor c = cursorFor(toDocument(start), toDocument(start + length));
     c.mergeCharFormat(font.toFormat());
+    --m_formatOnly;
     --m_internal;
 }
 
@@ -391,11 +377,15 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
             auto it = formats.find(edit.font);
             if (it == formats.end())
                 it = formats.insert(edit.font, edit.font->toFormat());
+            ++m_formatOnly;
             c.mergeCharFormat(*it);
+            --m_formatOnly;
             break;
         }
         case RangeEdit::TakeLastFormat:
+            ++m_formatOnly;
             c.setCharFormat(c.charFormat());
+            --m_formatOnly;
             break;
         case RangeEdit::Rewrite: {
             QTextCursor first(doc);
@@ -429,26 +419,6 @@ double EditingSurface::Height() const
     return height() * kTwipsPerPixel;
 }
 
-void EditingSurface::setWidth(double twips)
-{
-    resize(qRound(twips / kTwipsPerPixel), height());
-}
-
-void EditingSurface::setHeight(double twips)
-{
-    resize(width(), qRound(twips / kTwipsPerPixel));
-}
-
-ErrorCode EditingSurface::SaveFile(const QString &path, int) const
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.error() == QFileDevice::PermissionsError ? ErrorCode::PermissionDenied
-                                                              : ErrorCode::PathFileAccess;
-    file.write(Text().toUtf8());
-    return file.commit() ? ErrorCode::None : ErrorCode::PathFileAccess;
-}
-
 void EditingSurface::Refresh()
 {
     viewport()->repaint();
@@ -466,17 +436,58 @@ bool EditingSurface::SetFocus()
 
 void EditingSurface::recordOp(UndoOp op, bool typing)
 {
-    if (m_groupDepth > 0) {
+    if (m_groupDepth > 0)
         m_group.append(std::move(op));
+    else
+        commitStep({std::move(op)}, typing);
+}
+
+void EditingSurface::openStep()
+{
+    if (m_groupDepth++ == 0)
+        m_group.clear();
+}
+
+void EditingSurface::closeStep(bool typing)
+{
+    if (--m_groupDepth == 0)
+        commitStep(std::exchange(m_group, {}), typing);
+}
+
+// One step's ops become the undo; a typed character right behind the last typed one joins it.
+void EditingSurface::commitStep(QList<UndoOp> ops, bool typing)
+{
+    // An insertion right where the op before it ended is part of that op (a selection typed over).
+    QList<UndoOp> joined;
+    for (UndoOp &op : ops) {
+        if (!joined.isEmpty() && op.removed.isEmpty()
+            && op.position == joined.last().position + joined.last().inserted)
+            joined.last().inserted += op.inserted;
+        else
+            joined.append(std::move(op));
+    }
+    if (joined.isEmpty())
+        return;
+    if (typing && m_lastWasTyping && joined.size() == 1 && joined.first().removed.isEmpty() && !m_undo.isEmpty()
+        && joined.first().position == m_undo.last().position + m_undo.last().inserted) {
+        m_undo.last().inserted += joined.first().inserted;
         return;
     }
-    if (typing && m_lastWasTyping && m_undo.size() == 1 && op.removed.isEmpty()
-        && op.position == m_undo.first().position + m_undo.first().inserted) {
-        m_undo.first().inserted += op.inserted;
-        return;
-    }
-    m_undo = {std::move(op)};
+    setUndo(std::move(joined));
     m_lastWasTyping = typing;
+}
+
+void EditingSurface::setUndo(QList<UndoOp> ops)
+{
+    const bool before = CanUndo();
+    m_undo = std::move(ops);
+    if (CanUndo() != before)
+        Q_EMIT CanUndoChanged(CanUndo());
+}
+
+void EditingSurface::clearUndo()
+{
+    setUndo({});
 }
 
 bool EditingSurface::Undo()
@@ -502,7 +513,7 @@ bool EditingSurface::Undo()
     }
     c.endEditBlock();
     --m_internal;
-    m_undo = std::move(inverse);
+    setUndo(std::move(inverse));
     m_lastWasTyping = false;
     QTextCursor at = textCursor();
     at.setPosition(caret);
@@ -512,17 +523,12 @@ bool EditingSurface::Undo()
 
 EditingSurface::EditGroup::EditGroup(EditingSurface &surface) : m_surface(surface)
 {
-    if (m_surface.m_groupDepth++ == 0)
-        m_surface.m_group.clear();
+    m_surface.openStep();
 }
 
 EditingSurface::EditGroup::~EditGroup()
 {
-    if (--m_surface.m_groupDepth == 0 && !m_surface.m_group.isEmpty()) {
-        m_surface.m_undo = std::move(m_surface.m_group);
-        m_surface.m_group.clear();
-        m_surface.m_lastWasTyping = false;
-    }
+    m_surface.closeStep(false);
 }
 
 EditingSurface::EventBatch::EventBatch(EditingSurface &surface) : m_surface(surface)
@@ -555,8 +561,10 @@ void EditingSurface::onContentsChange(int position, int removed, int added)
         if (m_userEdit)
             m_userEdit->take(document(), position, removed, added);
         else if (removed != added || oldChars != m_docChars)
-            m_undo.clear(); // an edit the surface could not see coming
+            clearUndo(); // an edit the surface could not see coming
     }
+    if (m_formatOnly > 0)
+        return;
     if (m_batchDepth > 0)
         m_batchedChange = true;
     else
@@ -578,31 +586,65 @@ template<typename F> void EditingSurface::asUserEdit(bool typing, F &&edit)
         return;
     }
     const QTextCursor c = textCursor();
-    const QTextBlock first = document()->findBlock(c.selectionStart());
-    const QTextBlock last = document()->findBlock(c.selectionEnd());
-    const QTextBlock before = first.previous().isValid() ? first.previous() : first;
-    const QTextBlock after = last.next().isValid() ? last.next() : last;
     UserEdit ue;
-    ue.windowStart = before.position();
-    ue.window = FormattedFragment::capture(document(), ue.windowStart, after.position() + after.length() - 1);
+    // Typing at a caret only inserts: nothing needs keeping.
+    if (!typing || c.hasSelection() || overwriteMode()) {
+        const int last = document()->characterCount() - 1;
+        ue.windowStart = qMax(0, c.selectionStart() - UserEdit::Reach);
+        ue.window = FormattedFragment::capture(document(), ue.windowStart,
+                                               qMin(last, c.selectionEnd() + UserEdit::Reach));
+    } else {
+        ue.windowStart = c.position();
+    }
     m_userEdit = &ue;
+    openStep();
     edit();
     m_userEdit = nullptr;
-    if (!ue.valid)
-        m_undo.clear();
-    else if (ue.ops.size() == 1)
-        recordOp(std::move(ue.ops.first()), typing);
-    else if (!ue.ops.isEmpty()) {
-        m_undo = std::move(ue.ops);
-        m_lastWasTyping = false;
+    if (!ue.valid) {
+        m_group.clear();
+        closeStep(typing);
+        clearUndo();
+        return;
     }
+    for (UndoOp &op : ue.ops)
+        m_group.append(std::move(op));
+    closeStep(typing);
 }
+
+namespace {
+
+// Copy, cut, paste and undo in every standard form: they always reach the program's own
+// operations, whatever a menu item's state.
+std::optional<EditingSurface::EditCommand> standardCommand(const QKeyEvent *e)
+{
+    using C = EditingSurface::EditCommand;
+    const int shift = EditingSurface::shiftStateOf(e->modifiers());
+    const bool shiftOnly = shift == 1, ctrlOnly = shift == 2;
+    if (e->matches(QKeySequence::Paste) || (e->key() == Qt::Key_Insert && shiftOnly))
+        return C::Paste;
+    if (e->matches(QKeySequence::Copy) || (e->key() == Qt::Key_Insert && ctrlOnly))
+        return C::Copy;
+    if (e->matches(QKeySequence::Cut) || (e->key() == Qt::Key_Delete && shiftOnly))
+        return C::Cut;
+    if (e->matches(QKeySequence::Undo))
+        return C::Undo;
+    return std::nullopt;
+}
+
+} // namespace
 
 bool EditingSurface::event(QEvent *e)
 {
-    // The program's menu shortcuts win over the control's own (Ctrl+A is Save As here).
-    if (e->type() == QEvent::ShortcutOverride)
+    // The program's menu shortcuts win over the control's own (Ctrl+A is Save As here), but the
+    // standard editing keys come here, so that a disabled menu item can't swallow them.
+    if (e->type() == QEvent::ShortcutOverride) {
+        auto *key = static_cast<QKeyEvent *>(e);
+        if (standardCommand(key)) {
+            key->accept();
+            return true;
+        }
         return QWidget::event(e);
+    }
     return QPlainTextEdit::event(e);
 }
 
@@ -615,26 +657,23 @@ void EditingSurface::keyPressEvent(QKeyEvent *e)
         e->accept();
         return;
     }
-
-    const int key = e->key();
-    const bool shiftOnly = shift == 1, ctrlOnly = shift == 2;
-    auto command = [&](EditCommand c) {
+    if (const auto command = standardCommand(e)) {
         e->accept();
-        Q_EMIT editCommand(c);
-    };
-    if (e->matches(QKeySequence::Paste) || (key == Qt::Key_Insert && shiftOnly))
-        return command(EditCommand::Paste);
-    if (e->matches(QKeySequence::Copy) || (key == Qt::Key_Insert && ctrlOnly))
-        return command(EditCommand::Copy);
-    if (e->matches(QKeySequence::Cut) || (key == Qt::Key_Delete && shiftOnly))
-        return command(EditCommand::Cut);
-    if (e->matches(QKeySequence::Undo))
-        return command(EditCommand::Undo);
+        Q_EMIT editCommand(*command);
+        return;
+    }
     if (e->matches(QKeySequence::Redo)) {
         e->accept();
         return;
     }
+    handleKey(e);
+}
 
+// A key that edits, with what its KeyPress handler wrote first, is one undo step.
+void EditingSurface::handleKey(QKeyEvent *e)
+{
+    const int key = e->key();
+    const int shift = shiftStateOf(e->modifiers());
     const QString text = e->text();
     int keyAscii = 0;
     if (text.size() == 1) {
@@ -656,20 +695,20 @@ void EditingSurface::keyPressEvent(QKeyEvent *e)
     }
 
     const int original = keyAscii;
+    openStep();
     Q_EMIT KeyPress(&keyAscii);
+    const bool typing = keyAscii >= 32 || keyAscii == 13;
     if (keyAscii == 0) {
         e->accept();
-        return;
-    }
-    const bool typing = keyAscii >= 32 || keyAscii == 13;
-    if (keyAscii == original) {
+    } else if (keyAscii == original) {
         asUserEdit(typing, [&] { QPlainTextEdit::keyPressEvent(e); });
-        return;
+    } else {
+        const QString replacement{QChar(ushort(keyAscii))};
+        QKeyEvent changed(e->type(), keyAscii == 13 ? int(Qt::Key_Return) : 0, e->modifiers(), replacement);
+        asUserEdit(typing, [&] { QPlainTextEdit::keyPressEvent(&changed); });
+        e->setAccepted(changed.isAccepted());
     }
-    const QString replacement{QChar(ushort(keyAscii))};
-    QKeyEvent changed(e->type(), keyAscii == 13 ? int(Qt::Key_Return) : 0, e->modifiers(), replacement);
-    asUserEdit(typing, [&] { QPlainTextEdit::keyPressEvent(&changed); });
-    e->setAccepted(changed.isAccepted());
+    closeStep(typing);
 }
 
 void EditingSurface::inputMethodEvent(QInputMethodEvent *e)
@@ -748,16 +787,6 @@ int EditingSurface::shiftStateOf(Qt::KeyboardModifiers modifiers)
 {
     return ((modifiers & Qt::ShiftModifier) ? 1 : 0) | ((modifiers & Qt::ControlModifier) ? 2 : 0)
            | ((modifiers & Qt::AltModifier) ? 4 : 0);
-}
-
-void ApplyClassFont(EditingSurface &surface, bool isTag)
-{
-    surface.setSelFont(isTag ? HtmlFont : TextFont);
-}
-
-void ApplyCommentFont(EditingSurface &surface)
-{
-    surface.setSelFont(CommentFont);
 }
 
 } // namespace pw

@@ -2,7 +2,6 @@
 
 #include "core/font_class.h"
 #include "core/formatted_fragment.h"
-#include "platform/error_codes.h"
 
 #include <QPlainTextEdit>
 
@@ -15,8 +14,13 @@ namespace pw {
 //
 // Positions count from 0 over Text, where a line end is CR LF and counts two; inside, the
 // document holds one separator per line end, and positions are mapped in O(log n) by block.
-// The surface keeps one level of undo of its own: the last edit (or edit group) can be undone,
-// and undoing again undoes the undo. Format-only changes are never an undo step.
+// The surface keeps one level of undo of its own: the last edit, typed run, key or edit group can
+// be undone, and undoing again undoes the undo. Format-only changes are never an undo step and
+// raise no Change: colours are no content.
+//
+// Signals: Change, KeyDown and KeyPress must reach their handlers before the write or the key goes
+// on (a pass restores Dirty after its writes; a key handler changes or drops the key), so they need
+// direct connections, which the default gives on the one thread. The others may be queued.
 class EditingSurface : public QPlainTextEdit
 {
     Q_OBJECT
@@ -49,21 +53,19 @@ public:
     void setSelText(const QString &text);
     QString SelRTF() const;
     void setSelRTF(const QString &fragment);
-    FormattedFragment selectionFragment() const;
-    void insertFragment(const FormattedFragment &fragment); // replaces the selection
 
-    void setSelColor(qint32 color);
-    void setSelFontName(const QString &name);
-    void setSelFontSize(int points);
-    void setSelBold(bool bold);
-    void setSelItalic(bool italic);
-    // The five above at once, in one format change.
+    // The class fonts the surface's characters take (the workspace's); set once, before use.
+    void setClassFonts(const ClassFonts *fonts) { m_fonts = fonts; }
+    const ClassFonts &classFonts() const { return *m_fonts; }
+    // The selection, or what is typed or inserted next, takes a class font (or any font).
+    void applyClassFont(bool isTag) { setSelFont(m_fonts->forTag(isTag)); }
+    void applyCommentFont() { setSelFont(m_fonts->comment); }
     void setSelFont(const FontClass &font);
     // The format that typed or inserted text takes at the caret.
     FontClass caretFont() const;
     // The class font of the character at a position.
     FontClass fontAt(int position) const;
-    // Gives [start, start + length) a class's font without moving the caret or the selection.
+    // Gives [start, start + length) a font without moving the caret or the selection.
     void formatRange(int start, int length, const FontClass &font);
 
     // One step of a bulk pass. Ranges are surface positions.
@@ -91,9 +93,6 @@ public:
     void setRightMargin(double twips) { m_rightMargin = twips; }
     double Width() const;
     double Height() const;
-    void setWidth(double twips);
-    void setHeight(double twips);
-    qintptr hWnd() const { return qintptr(winId()); }
 
     // --- Methods ---------------------------------------------------------------------------
     int Find(const QString &target, int start = -1, int end = -1, int options = 0);
@@ -102,14 +101,13 @@ public:
     // Where UpTo from `from` would stop, without moving the caret (so the view never scrolls).
     int upToStop(int from, const QString &characters, bool forward = true, bool negate = false) const;
     int GetLineFromChar(int position) const;
-    ErrorCode SaveFile(const QString &path, int format = 1) const;
     void Refresh();
     bool SetFocus(); // false when the window can't take the focus
 
     // --- One-level undo -------------------------------------------------------------------------
     bool CanUndo() const { return !m_undo.isEmpty(); }
     bool Undo();
-    void clearUndo() { m_undo.clear(); }
+    void clearUndo();
 
     // Groups the writes of one command into one undo step (and one repaint).
     class EditGroup
@@ -138,23 +136,21 @@ public:
         EditingSurface &m_surface;
     };
 
-    // --- Mapping ----------------------------------------------------------------------------
-    int toDocument(int position) const;
-    int toSurface(int documentPosition) const;
-
     // The key code of the platform for a Qt key (F1 = 112, Escape = 27, 'A' = 65, ...), and the
     // shift state (1 Shift, 2 Ctrl, 4 Alt).
     static int keyCodeOf(int qtKey);
     static int shiftStateOf(Qt::KeyboardModifiers modifiers);
 
 Q_SIGNALS:
-    void Change();                       // text or format changed, by anyone
+    void Change();                       // the text changed, by anyone
     void SelChange();                    // selection or caret moved
     void KeyDown(int keyCode, int shift, bool *swallow);
     void KeyPress(int *keyAscii);        // set to 0 to drop the key
     void MouseUp(int button, int shift, int x, int y);
     void GotFocus();
     void editCommand(pw::EditingSurface::EditCommand command);
+    // There is an undo step now, or none any more; raised after the step is complete.
+    void CanUndoChanged(bool canUndo);
 
 protected:
     bool event(QEvent *e) override;
@@ -176,22 +172,32 @@ private:
     friend class EditGroup;
     friend class EventBatch;
 
+    int toDocument(int position) const;
+    int toSurface(int documentPosition) const;
+    FormattedFragment selectionFragment() const;
+    void insertFragment(const FormattedFragment &fragment); // replaces the selection
     void onContentsChange(int position, int removed, int added);
     void onCursorMoved();
-    void replaceRange(int from, int to, const FormattedFragment &with, bool typing = false);
+    void replaceRange(int from, int to, const FormattedFragment &with);
     void recordOp(UndoOp op, bool typing);
+    void openStep();
+    void closeStep(bool typing);
+    void commitStep(QList<UndoOp> ops, bool typing);
+    void setUndo(QList<UndoOp> ops);
     void mergeFormat(const QTextCharFormat &format);
     template<typename F> void asUserEdit(bool typing, F &&edit);
+    void handleKey(QKeyEvent *e);
     QTextCursor cursorFor(int docFrom, int docTo) const;
     int stopForward(int from, const QString &set, bool stopInSet) const;
     int stopBackward(int from, const QString &set, bool stopInSet) const;
 
+    const ClassFonts *m_fonts = nullptr;
     QList<UndoOp> m_undo;
     QList<UndoOp> m_group;
     int m_groupDepth = 0;
-    bool m_groupTouched = false;
     bool m_lastWasTyping = false;
     int m_internal = 0;             // >0 while the surface itself edits
+    int m_formatOnly = 0;           // >0 while an edit changes formats only
     UserEdit *m_userEdit = nullptr; // set while a user's key, drop or input method edits
     int m_docChars = 1;             // characterCount() as of the last change
     int m_batchDepth = 0;
@@ -202,8 +208,8 @@ private:
 };
 
 // ApplyClassFont and ApplyCommentFont act on the selection or the caret of a surface.
-void ApplyClassFont(EditingSurface &surface, bool isTag);
-void ApplyCommentFont(EditingSurface &surface);
+inline void ApplyClassFont(EditingSurface &surface, bool isTag) { surface.applyClassFont(isTag); }
+inline void ApplyCommentFont(EditingSurface &surface) { surface.applyCommentFont(); }
 
 // Turns any line ends into CR LF, as the surface holds them.
 QString normalizeLineEnds(const QString &text);

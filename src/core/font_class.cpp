@@ -37,11 +37,4 @@ FontClass FontClass::fromFormat(const QTextCharFormat &format)
     return c;
 }
 
-void ResetFontClasses()
-{
-    TextFont = FontClass{};
-    HtmlFont = FontClass{0, QStringLiteral("Arial"), 8, true, false};
-    CommentFont = FontClass{};
-}
-
 } // namespace pw

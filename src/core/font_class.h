@@ -5,11 +5,12 @@
 
 namespace pw {
 
-// One character class's look: tags, text between tags, or comments.
+// One character class's look: tags, text between tags, or comments. The first-run values live
+// with the settings (DefaultClassFonts).
 struct FontClass {
     qint32 Color = 0; // red in the low byte
-    QString Name = QStringLiteral("Arial");
-    qint16 Size = 8;
+    QString Name;
+    qint16 Size = 0;
     bool Bold = false;
     bool Italic = false;
 
@@ -21,12 +22,14 @@ struct FontClass {
 QColor colorFromValue(qint32 value);
 qint32 valueFromColor(const QColor &color);
 
-// The three classes, loaded from and saved to the settings.
-inline FontClass TextFont;
-inline FontClass HtmlFont{0, QStringLiteral("Arial"), 8, true, false};
-inline FontClass CommentFont;
+// The three classes: text between tags, tags, comments.
+struct ClassFonts {
+    FontClass text;
+    FontClass html;
+    FontClass comment;
 
-// Puts the three classes back to their first-run values.
-void ResetFontClasses();
+    const FontClass &forTag(bool isTag) const { return isTag ? html : text; }
+    bool operator==(const ClassFonts &) const = default;
+};
 
 } // namespace pw

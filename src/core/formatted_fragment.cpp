@@ -5,6 +5,7 @@
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 
 namespace pw {
 
@@ -53,11 +54,24 @@ FormattedFragment FormattedFragment::plain(const QString &text, const QTextCharF
     return f;
 }
 
-FormattedFragment FormattedFragment::capture(const QTextDocument *document, int from, int to)
+void FormattedFragment::append(const FormattedFragment &other)
+{
+    int offset = 0;
+    for (const Run &run : other.runs) {
+        append(other.text.mid(offset, run.length), run.format);
+        offset += run.length;
+    }
+}
+
+namespace {
+
+// Format runs are walked from the start of their line; a line longer than this is copied first,
+// so that what a piece costs doesn't grow with the length of its line.
+constexpr int LongLine = 4096;
+
+FormattedFragment walk(const QTextDocument *document, int from, int to)
 {
     FormattedFragment f;
-    if (to <= from)
-        return f;
     for (QTextBlock block = document->findBlock(from); block.isValid() && block.position() < to;
          block = block.next()) {
         const int blockStart = block.position();
@@ -76,6 +90,22 @@ FormattedFragment FormattedFragment::capture(const QTextDocument *document, int 
         }
     }
     return f;
+}
+
+} // namespace
+
+FormattedFragment FormattedFragment::capture(const QTextDocument *document, int from, int to)
+{
+    if (to <= from)
+        return {};
+    if (document->findBlock(from).length() <= LongLine)
+        return walk(document, from, to);
+    QTextCursor range(const_cast<QTextDocument *>(document));
+    range.setPosition(from);
+    range.setPosition(to, QTextCursor::KeepAnchor);
+    QTextDocument piece;
+    QTextCursor(&piece).insertFragment(range.selection());
+    return walk(&piece, 0, to - from);
 }
 
 int FormattedFragment::insertInto(QTextDocument *document, int position) const

@@ -23,12 +23,14 @@ struct FormattedFragment {
     // Length as the surface counts it: a line end is two characters.
     int surfaceLength() const { return int(text.size() + text.count(QLatin1Char('\n'))); }
     void append(const QString &piece, const QTextCharFormat &format);
+    void append(const FormattedFragment &other);
     // The characters [offset, offset + length) with their formats.
     FormattedFragment mid(int offset, int length) const;
     // A fragment of plain text in one format; any line end becomes one '\n'.
     static FormattedFragment plain(const QString &text, const QTextCharFormat &format);
 
-    // The characters of [from, to) of a document, by document position.
+    // The characters of [from, to) of a document, by document position. Costs what the range holds,
+    // not what its line holds.
     static FormattedFragment capture(const QTextDocument *document, int from, int to);
     // Inserts at a document position; returns the number of document characters inserted.
     int insertInto(QTextDocument *document, int position) const;

@@ -6,17 +6,18 @@
 
 namespace pw {
 
-// What one function key places: a front text and a following text around the selection.
+// What one function key places: a front text and a following text around the selection. The
+// first-run values live with the settings (DefaultFunctionKey).
 struct FunctionKeyRecord {
     static constexpr int TagWidth = 30;
 
     bool Active = false;
-    QString FrontTag = QString(TagWidth, QLatin1Char(' ')); // fixed width, blank-padded
-    qint16 FCRLF = 0;                                        // non-zero: a line end follows FrontTag
-    QString FollowTag = QString(TagWidth, QLatin1Char(' '));
-    qint16 PCRLF = 0; // non-zero: a line end precedes FollowTag
-    bool PreserveText = true;
-    qint16 CursorPosition = 1; // 0 front, 1 middle, 2 behind
+    QString FrontTag;   // fixed width, blank-padded
+    qint16 FCRLF = 0;   // non-zero: a line end follows FrontTag
+    QString FollowTag;
+    qint16 PCRLF = 0;   // non-zero: a line end precedes FollowTag
+    bool PreserveText = false;
+    qint16 CursorPosition = 0; // 0 front, 1 middle, 2 behind
 
     bool operator==(const FunctionKeyRecord &) const = default;
 };
@@ -27,6 +28,6 @@ QString FixedWidthText(const QString &text, int width = FunctionKeyRecord::TagWi
 constexpr int FunctionKeyCount = 12;
 
 // F1 to F12 at index 0 to 11; shared by all documents, loaded and saved with the settings.
-inline std::array<FunctionKeyRecord, FunctionKeyCount> FunctionKeys;
+using FunctionKeyTable = std::array<FunctionKeyRecord, FunctionKeyCount>;
 
 } // namespace pw

@@ -1,8 +1,8 @@
 #include "core/help_window.h"
 
 #include "core/app_state.h"
-#include "core/main_window.h"
-#include "core/settings_store.h"
+#include "core/status_line.h"
+#include "core/workspace.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
 
@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -22,12 +23,6 @@ namespace pw {
 namespace {
 
 const QString BuiltInManual = QStringLiteral(":/help/index.html");
-
-QPointer<frmHelp> &theHelp()
-{
-    static QPointer<frmHelp> help;
-    return help;
-}
 
 QUrl urlOf(const QString &file)
 {
@@ -49,7 +44,7 @@ QToolButton *button(const QString &name, const QString &text, const QString &the
 
 } // namespace
 
-frmHelp::frmHelp(QWidget *parent) : QWidget(parent, Qt::Window)
+frmHelp::frmHelp(Workspace &workspace, QWidget *parent) : QWidget(parent, Qt::Window), m_workspace(workspace)
 {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Pagewright Help"));
@@ -84,8 +79,12 @@ frmHelp::frmHelp(QWidget *parent) : QWidget(parent, Qt::Window)
     layout->addLayout(buttons);
     layout->addWidget(HelpText);
 
+    auto *escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(escape, &QShortcut::activated, this, &QWidget::close);
+
     const QRect screen = (parent ? parent->screen() : QGuiApplication::primaryScreen())->availableGeometry();
     resize(qMin(780, screen.width() * 9 / 10), qMin(720, screen.height() * 9 / 10));
+    CenterOver(this, parent);
 }
 
 void frmHelp::showManual(const QString &file, const QString &anchor)
@@ -110,8 +109,8 @@ void frmHelp::onAnchorClicked(const QUrl &url)
         HelpText->setSource(target);
         return;
     }
-    if (!History.Browser.isEmpty())
-        platform().startProgram(History.Browser, {target.toString()});
+    if (const QString browser = m_workspace.history.Browser; !browser.isEmpty())
+        m_workspace.platform.startProgram(browser, {target.toString()});
 }
 
 QString HelpFilePath()
@@ -121,11 +120,11 @@ QString HelpFilePath()
     return QFileInfo::exists(installed) ? installed : BuiltInManual;
 }
 
-frmHelp *ShowHelpWindow(const QString &file, const QString &anchor)
+frmHelp *ShowHelpWindow(Workspace &workspace, QWidget *parent, const QString &file, const QString &anchor)
 {
-    QPointer<frmHelp> &help = theHelp();
+    QPointer<frmHelp> help = parent ? parent->findChild<frmHelp *>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
     if (!help) {
-        help = new frmHelp(frmMDIMain::instance());
+        help = new frmHelp(workspace, parent);
         help->setAttribute(Qt::WA_DeleteOnClose);
     }
     help->showManual(file, anchor);
@@ -137,23 +136,16 @@ frmHelp *ShowHelpWindow(const QString &file, const QString &anchor)
     return help;
 }
 
-frmHelp *HelpWindow()
+void HelpContents(Workspace &workspace, QWidget *parent)
 {
-    return theHelp();
-}
-
-void HelpContents()
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    CommonDialog spare;
-    CommonDialog &dialog = main ? main->CMDialog1 : spare;
+    CommonDialog &dialog = workspace.CMDialog1;
     dialog.HelpFile = HelpFilePath();
     dialog.HelpCommand = 3; // contents
     if (dialog.ShowHelp() != ErrorCode::None) {
-        MsgBox(QStringLiteral("The help file can't be found: ") + dialog.HelpFile, MsgStyle::Exclamation, AppTitle());
+        workspace.MsgBox(QStringLiteral("The help file can't be found: ") + dialog.HelpFile, MsgStyle::Exclamation);
         return;
     }
-    ShowHelpWindow(dialog.HelpFile);
+    ShowHelpWindow(workspace, parent, dialog.HelpFile);
 }
 
 } // namespace pw

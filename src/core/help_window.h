@@ -9,13 +9,16 @@ class QToolButton;
 
 namespace pw {
 
-// The help window: the manual in a browser of its own, with Back, Forward and Contents.
+class Workspace;
+
+// The help window: the manual in a browser of its own, with Back, Forward and Contents. It opens
+// centred over the main window, and Escape closes it.
 class frmHelp : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit frmHelp(QWidget *parent = nullptr);
+    frmHelp(Workspace &workspace, QWidget *parent);
 
     QTextBrowser *HelpText = nullptr;
     QToolButton *cmdBack = nullptr;
@@ -29,17 +32,18 @@ public:
 private:
     void onAnchorClicked(const QUrl &url);
 
+    Workspace &m_workspace;
     QUrl m_home;
 };
 
 // The manual: the installed copy when there is one, else the one built into the program.
 QString HelpFilePath();
 
-// Opens the one help window (made on first use, reused after) at the manual's anchor.
-frmHelp *ShowHelpWindow(const QString &file = HelpFilePath(), const QString &anchor = {});
-frmHelp *HelpWindow();
+// Opens the one help window of parent (made on first use, reused after) at the manual's anchor.
+frmHelp *ShowHelpWindow(Workspace &workspace, QWidget *parent, const QString &file = HelpFilePath(),
+                        const QString &anchor = {});
 
 // Help contents: CMDialog1 shows the manual with help command 3, at its table of contents.
-void HelpContents();
+void HelpContents(Workspace &workspace, QWidget *parent);
 
 } // namespace pw

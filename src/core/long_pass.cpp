@@ -1,55 +1,44 @@
 #include "core/long_pass.h"
 
-#include "core/app_state.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "platform/platform.h"
-
-#include <QProgressBar>
 
 namespace pw {
 
-ProgressStrip::ProgressStrip(bool show) : m_shown(show)
+ProgressStrip::ProgressStrip(StatusPresenter &status, bool show) : m_status(status), m_shown(show)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!m_shown || !main)
-        return;
-    main->ProgressBar->setValue(0);
-    main->ProgressBar->setFixedWidth(qMax(10, main->Picture1->width() - twipsToPixels(240)));
-    main->Picture1->show();
+    if (m_shown)
+        m_status.showProgress();
 }
 
 ProgressStrip::~ProgressStrip()
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!m_shown || !main)
-        return;
-    main->ProgressBar->setValue(100);
-    main->Picture1->hide();
+    if (m_shown)
+        m_status.hideProgress();
 }
 
 void ProgressStrip::step(qint64 done, qint64 total)
 {
     const int value = total > 0 ? int(qBound(qint64(0), 100 * done / total, qint64(100))) : 0;
-    if (value == m_lastValue)
+    if (value == std::exchange(m_lastValue, value))
         return;
-    m_lastValue = value;
-    if (frmMDIMain *main = frmMDIMain::instance())
-        main->ProgressBar->setValue(value);
+    m_status.setProgress(value);
 }
 
-LongPass::LongPass(const QString &statusText, bool showProgress) : m_progress(showProgress)
+LongPass::LongPass(Workspace &workspace, const QString &statusText, bool showProgress)
+    : m_workspace(workspace), m_busy(workspace.platform.idle()), m_progress(workspace.status, showProgress)
 {
     if (!statusText.isEmpty())
-        SetStatusText(statusText);
-    ShowWaitCursor();
+        m_workspace.status.SetStatusText(statusText);
+    m_workspace.status.ShowWaitCursor();
 }
 
 LongPass::~LongPass()
 {
-    HideWaitCursor();
+    m_workspace.status.HideWaitCursor();
     if (!m_keepStatus)
-        ClearStatusText();
+        m_workspace.status.ClearStatusText();
 }
 
 void LongPass::step(qint64 done, qint64 total)
@@ -59,7 +48,17 @@ void LongPass::step(qint64 done, qint64 total)
 
 bool LongPass::escapePressed()
 {
-    return platform().escapePressed();
+    return m_workspace.platform.escapePressed();
+}
+
+void LongPass::pauseWaitCursor()
+{
+    m_workspace.status.HideWaitCursor();
+}
+
+void LongPass::resumeWaitCursor()
+{
+    m_workspace.status.ShowWaitCursor();
 }
 
 } // namespace pw

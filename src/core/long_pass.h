@@ -1,15 +1,20 @@
 #pragma once
 
+#include "platform/idle_queue.h"
+
 #include <QString>
 
 namespace pw {
+
+class StatusPresenter;
+class Workspace;
 
 // The progress strip under the documents: with `show`, shown at 0 for its lifetime and hidden at 100
 // at its end; without, it only sets the value of a strip someone else shows.
 class ProgressStrip
 {
 public:
-    explicit ProgressStrip(bool show = true);
+    explicit ProgressStrip(StatusPresenter &status, bool show = true);
     ~ProgressStrip();
     ProgressStrip(const ProgressStrip &) = delete;
     ProgressStrip &operator=(const ProgressStrip &) = delete;
@@ -18,16 +23,18 @@ public:
     void step(qint64 done, qint64 total);
 
 private:
+    StatusPresenter &m_status;
     bool m_shown;
     int m_lastValue = -1;
 };
 
 // A long pass: status text, wait cursor and progress strip for its lifetime, Escape polled on
-// request. Everything it showed is reset on every way out of the scope.
+// request. Everything it showed is reset on every way out of the scope. While it runs, the program
+// is busy: the autosave tick, a hand-over and a termination request wait for its end.
 class LongPass
 {
 public:
-    explicit LongPass(const QString &statusText, bool showProgress = true);
+    explicit LongPass(Workspace &workspace, const QString &statusText, bool showProgress = true);
     ~LongPass();
     LongPass(const LongPass &) = delete;
     LongPass &operator=(const LongPass &) = delete;
@@ -38,8 +45,13 @@ public:
     bool escapePressed();
     // Leaves the status text standing when the pass ends.
     void keepStatusText() { m_keepStatus = true; }
+    // No hourglass over a box the pass shows; it comes back after.
+    void pauseWaitCursor();
+    void resumeWaitCursor();
 
 private:
+    Workspace &m_workspace;
+    IdleQueue::Busy m_busy;
     ProgressStrip m_progress;
     bool m_keepStatus = false;
 };

@@ -3,8 +3,11 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 
 #include <QCloseEvent>
+#include <QWindowStateChangeEvent>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMenuBar>
@@ -16,21 +19,8 @@
 
 namespace pw {
 
-static frmMDIMain *g_main = nullptr;
-
-frmMDIMain *frmMDIMain::instance()
+frmMDIMain::frmMDIMain(Platform &platform, QWidget *parent) : QMainWindow(parent)
 {
-    return g_main;
-}
-
-frmDoc *CurrentDocumentWindow()
-{
-    return g_main ? g_main->slots().current() : nullptr;
-}
-
-frmMDIMain::frmMDIMain(QWidget *parent) : QMainWindow(parent), m_slots(this), m_options(this)
-{
-    g_main = this;
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowTitle(AppTitle());
     setWindowIcon(QIcon(QStringLiteral(":/icons/pagewright.svg")));
@@ -89,6 +79,10 @@ frmMDIMain::frmMDIMain(QWidget *parent) : QMainWindow(parent), m_slots(this), m_
     tmrAutoSave->setObjectName(QStringLiteral("tmrAutoSave"));
     tmrAutoSave->setInterval(1000);
 
+    m_status = std::make_unique<StatusPresenter>(*StatusBar1, *Panel1, *Panel2, *Panel3, *Picture1, *ProgressBar);
+    m_workspace = std::make_unique<Workspace>(platform, *m_status, *Text, *mdiArea);
+    Text->setClassFonts(&m_workspace->fonts);
+
     connect(mdiArea, &QMdiArea::subWindowActivated, this, &frmMDIMain::onSubWindowActivated);
 }
 
@@ -97,19 +91,11 @@ frmMDIMain::~frmMDIMain()
     // Documents go first, while the main window's parts still stand.
     for (QMdiSubWindow *w : mdiArea->subWindowList())
         delete w;
-    if (g_main == this)
-        g_main = nullptr;
 }
 
 QAction *frmMDIMain::button(const QString &key) const
 {
     return findChild<QAction *>(key, Qt::FindDirectChildrenOnly);
-}
-
-void frmMDIMain::setButtonEnabled(const QString &key, bool enabled)
-{
-    if (QAction *a = button(key))
-        a->setEnabled(enabled);
 }
 
 void frmMDIMain::setMainMenus(const QList<QMenu *> &menus)
@@ -128,15 +114,6 @@ void frmMDIMain::showMenusFor(frmDoc *document)
         menuBar()->addMenu(m);
 }
 
-void frmMDIMain::SetMarkupToolsHidden(bool hide)
-{
-    const QList<QAction *> buttons = Toolbar1->actions();
-    for (qsizetype i = 3; i <= buttons.size() - 4; ++i)
-        buttons[i]->setVisible(!hide);
-    Toolbar2->setVisible(!hide && m_options.isChecked(Option::Toolbar));
-    m_markupToolsHidden = hide;
-}
-
 frmDoc *frmMDIMain::activeDocument() const
 {
     return qobject_cast<frmDoc *>(mdiArea->activeSubWindow());
@@ -147,13 +124,36 @@ void frmMDIMain::onSubWindowActivated(QMdiSubWindow *window)
     if (auto *doc = qobject_cast<frmDoc *>(window)) {
         showMenusFor(doc);
         doc->Form_Activate();
-    } else if (m_slots.openSlots().isEmpty()) {
+    } else if (m_workspace->slots.openSlots().isEmpty()) {
         showMenusFor(nullptr);
     }
 }
 
+void frmMDIMain::restoreFromMinimized()
+{
+    if (!isMinimized())
+        return;
+    const Qt::WindowStates before = m_stateBeforeMinimize & ~Qt::WindowMinimized;
+    setWindowState((windowState() & ~Qt::WindowMinimized) | before | Qt::WindowActive);
+    show();
+}
+
+void frmMDIMain::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::WindowStateChange) {
+        const Qt::WindowStates old = static_cast<QWindowStateChangeEvent *>(event)->oldState();
+        if (isMinimized() && !(old & Qt::WindowMinimized))
+            m_stateBeforeMinimize = old;
+    }
+    QMainWindow::changeEvent(event);
+}
+
 void frmMDIMain::closeEvent(QCloseEvent *event)
 {
+    if (m_unloaded) {
+        event->accept();
+        return;
+    }
     bool cancel = false;
     Q_EMIT queryUnload(&cancel);
     if (cancel) {
@@ -161,9 +161,11 @@ void frmMDIMain::closeEvent(QCloseEvent *event)
         return;
     }
     // Each document is asked (Yes and No only) and unloaded, then the main window unloads.
-    for (int slot : m_slots.openSlots())
-        if (frmDoc *document = m_slots.document(slot))
+    DocumentSlots &slots = m_workspace->slots;
+    for (int slot : slots.openSlots())
+        if (frmDoc *document = slots.document(slot))
             document->unloadForShutdown();
+    m_unloaded = true;
     event->accept();
     Q_EMIT unloaded();
 }

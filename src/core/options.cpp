@@ -17,9 +17,8 @@ const char *optionItemName(Option option)
     return "";
 }
 
-// The first-run values.
-Options::Options(QObject *parent)
-    : QObject(parent), m_checked{true, true, true, false, false, false, false, true}
+// All off until the settings (or their first-run values) are read.
+Options::Options(QObject *parent) : QObject(parent), m_checked{}
 {
 }
 

@@ -1,15 +1,14 @@
 #include "core/settings_store.h"
 
 #include "core/app_state.h"
-#include "core/editing_surface.h"
-#include "core/main_window.h"
+#include "core/workspace.h"
 #include "platform/file_association.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
 
 #include <QIODevice>
 #include <QMap>
-#include <QToolBar>
+#include <QWidget>
 
 #include <cmath>
 #include <limits>
@@ -342,11 +341,15 @@ constexpr OptionSetting kOptionSettings[] = {
     {Option::AutoSave, Setting::AutoSave},         {Option::AddTemplate, Setting::AddTemplate},
 };
 
-void readFontClasses(const SettingsStore &store)
+// A key's first-run value.
+QVariant defaultOf(Setting setting, const QString &instance = {})
 {
-    HtmlFont = store.font(FontSection::Html);
-    TextFont = store.font(FontSection::Text);
-    CommentFont = store.font(FontSection::Comment);
+    const KeyEntry &s = entryOf(setting);
+    if (setting == Setting::FontBold)
+        for (const FontSectionEntry &fs : kFontSections)
+            if (instance == QLatin1String(fs.name))
+                return parse(s.type, QLatin1String(fs.boldDefault));
+    return parse(s.type, QLatin1String(s.defaultText));
 }
 
 } // namespace
@@ -578,79 +581,115 @@ QString FirstRunQuestion()
         .join(LineEnd);
 }
 
-void LoadSettings(frmMDIMain &main)
+ClassFonts DefaultClassFonts()
+{
+    const auto font = [](FontSection section) {
+        const QString name = QLatin1String(kFontSections[size_t(section)].name);
+        FontClass f;
+        f.Color = defaultOf(Setting::FontColor, name).toInt();
+        f.Name = defaultOf(Setting::FontName, name).toString();
+        f.Size = qint16(defaultOf(Setting::FontSize, name).toInt());
+        f.Bold = defaultOf(Setting::FontBold, name).toBool();
+        f.Italic = defaultOf(Setting::FontItalic, name).toBool();
+        return f;
+    };
+    return {font(FontSection::Text), font(FontSection::Html), font(FontSection::Comment)};
+}
+
+FunctionKeyRecord DefaultFunctionKey()
+{
+    FunctionKeyRecord r;
+    r.Active = defaultOf(Setting::KeyActive).toBool();
+    r.FrontTag = defaultOf(Setting::KeyFrontTag).toString();
+    r.FCRLF = qint16(defaultOf(Setting::KeyFCRLF).toInt());
+    r.FollowTag = defaultOf(Setting::KeyFollowTag).toString();
+    r.PCRLF = qint16(defaultOf(Setting::KeyPCRLF).toInt());
+    r.PreserveText = defaultOf(Setting::KeyPreserveText).toBool();
+    r.CursorPosition = qint16(defaultOf(Setting::KeyCursorPosition).toInt());
+    return r;
+}
+
+bool DefaultOption(Option option)
+{
+    for (const OptionSetting &o : kOptionSettings)
+        if (o.option == option)
+            return defaultOf(o.setting).toBool();
+    return false;
+}
+
+qint32 DefaultBackColor()
+{
+    return defaultOf(Setting::Backcolor).toInt();
+}
+
+void LoadSettings(QWidget &mainWindow, Workspace &ws)
 {
     SettingsStore store;
 
     int state = store.readInt(Setting::State);
     if (state == FirstRunState) {
-        if (MsgBox(FirstRunQuestion(), MsgStyle::YesNo + MsgStyle::Exclamation, AppTitle()) == MsgAnswer::Yes)
-            AssociateFiles();
+        if (ws.MsgBox(FirstRunQuestion(), MsgStyle::YesNo + MsgStyle::Exclamation) == MsgAnswer::Yes)
+            AssociateFiles(ws.platform);
         state = 2;
     }
     // The normal place goes first: Qt keeps it as the place to restore to only if the window is not
     // maximised yet.
-    main.move(twipsToPixels(store.readFloat(Setting::Left)), twipsToPixels(store.readFloat(Setting::Top)));
-    main.resize(twipsToPixels(store.readFloat(Setting::Width)), twipsToPixels(store.readFloat(Setting::Height)));
-    main.setWindowState(windowStateOf(state));
+    mainWindow.move(twipsToPixels(store.readFloat(Setting::Left)), twipsToPixels(store.readFloat(Setting::Top)));
+    mainWindow.resize(twipsToPixels(store.readFloat(Setting::Width)),
+                      twipsToPixels(store.readFloat(Setting::Height)));
+    mainWindow.setWindowState(windowStateOf(state));
 
     for (const OptionSetting &o : kOptionSettings)
-        main.options().setChecked(o.option, store.readBool(o.setting));
-    if (!main.options().isChecked(Option::Toolbar)) {
-        main.Toolbar1->hide();
-        main.Toolbar2->hide();
-    }
+        ws.options.setChecked(o.option, store.readBool(o.setting));
     // The site map window comes with its own module; its option is kept meanwhile.
-
-    main.Text->setBackColor(store.readInt(Setting::Backcolor));
+    ws.backColor = store.readInt(Setting::Backcolor);
 
     for (int k = 0; k < PreviousKindCount; ++k)
-        PreviousEntries.lists[size_t(k)] = store.list(PreviousKind(k));
-
-    readFontClasses(store);
+        ws.previous.lists[size_t(k)] = store.list(PreviousKind(k));
+    ws.fonts = {store.font(FontSection::Text), store.font(FontSection::Html), store.font(FontSection::Comment)};
     for (int i = 0; i < FunctionKeyCount; ++i)
-        FunctionKeys[size_t(i)] = store.functionKey(i);
-    History = store.history();
+        ws.functionKeys[size_t(i)] = store.functionKey(i);
+    ws.history = store.history();
 }
 
-bool SaveSettings(frmMDIMain &main)
+bool SaveSettings(const QWidget &mainWindow, Workspace &ws)
 {
     SettingsStore store;
 
     store.writeString(Setting::Version, VersionText());
-    const int state = stateOf(main);
+    const int state = stateOf(mainWindow);
     store.writeInt(Setting::State, state);
     // Only a normal window says where the next normal run should stand.
     if (state == 0) {
-        store.writeFloat(Setting::Top, pixelsToTwips(main.pos().y()));
-        store.writeFloat(Setting::Left, pixelsToTwips(main.pos().x()));
-        store.writeFloat(Setting::Width, pixelsToTwips(main.width()));
-        store.writeFloat(Setting::Height, pixelsToTwips(main.height()));
+        store.writeFloat(Setting::Top, pixelsToTwips(mainWindow.pos().y()));
+        store.writeFloat(Setting::Left, pixelsToTwips(mainWindow.pos().x()));
+        store.writeFloat(Setting::Width, pixelsToTwips(mainWindow.width()));
+        store.writeFloat(Setting::Height, pixelsToTwips(mainWindow.height()));
     }
     for (const OptionSetting &o : kOptionSettings)
-        store.writeBool(o.setting, main.options().isChecked(o.option));
-    store.writeInt(Setting::Backcolor, main.Text->BackColor());
+        store.writeBool(o.setting, ws.options.isChecked(o.option));
+    store.writeInt(Setting::Backcolor, ws.backColor);
 
     for (int k = 0; k < PreviousKindCount; ++k)
-        store.setList(PreviousKind(k), PreviousEntries.lists[size_t(k)]);
+        store.setList(PreviousKind(k), ws.previous.lists[size_t(k)]);
 
-    store.setFont(FontSection::Html, HtmlFont);
-    store.setFont(FontSection::Text, TextFont);
-    store.setFont(FontSection::Comment, CommentFont);
+    store.setFont(FontSection::Html, ws.fonts.html);
+    store.setFont(FontSection::Text, ws.fonts.text);
+    store.setFont(FontSection::Comment, ws.fonts.comment);
     for (int i = 0; i < FunctionKeyCount; ++i)
-        store.setFunctionKey(i, FunctionKeys[size_t(i)]);
-    store.setHistory(History);
+        store.setFunctionKey(i, ws.functionKeys[size_t(i)]);
+    store.setHistory(ws.history);
 
     if (store.sync())
         return true;
-    MsgBox(QStringLiteral("The settings could not be saved in %1.").arg(store.fileName()),
-           MsgStyle::Exclamation, AppTitle());
+    ws.MsgBox(QStringLiteral("The settings could not be saved in %1.").arg(store.fileName()), MsgStyle::Exclamation);
     return false;
 }
 
-void LoadFontSettings()
+ClassFonts LoadFontSettings()
 {
-    readFontClasses(SettingsStore());
+    const SettingsStore store;
+    return {store.font(FontSection::Text), store.font(FontSection::Html), store.font(FontSection::Comment)};
 }
 
 } // namespace pw

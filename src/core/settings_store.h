@@ -2,6 +2,8 @@
 
 #include "core/font_class.h"
 #include "core/function_key_records.h"
+#include "core/options.h"
+#include "core/remembered_lists.h"
 
 #include <QRect>
 #include <QSettings>
@@ -10,9 +12,11 @@
 #include <array>
 #include <memory>
 
+class QWidget;
+
 namespace pw {
 
-class frmMDIMain;
+class Workspace;
 
 // Every setting. settings_store.cpp declares each one's section, key, type and default in one table;
 // the groups marked below live in one section per font class, function key or list.
@@ -35,31 +39,6 @@ enum class Setting {
 };
 
 enum class FontSection { Html, Text, Comment };
-
-// The five remembered lists, in the order they are saved.
-enum class PreviousKind { Files, Textures, URLs, Images, ExtraTags };
-constexpr int PreviousKindCount = 5;
-// No list keeps more than this between runs.
-constexpr int PreviousSavedMax = 10;
-
-// The remembered lists as the settings hold them, newest first. The previous-lists module builds its
-// menus and combo boxes from what LoadSettings put here, and puts its lists back before SaveSettings.
-struct PreviousLists {
-    std::array<QStringList, PreviousKindCount> lists;
-    QStringList &operator[](PreviousKind kind) { return lists[size_t(kind)]; }
-    const QStringList &operator[](PreviousKind kind) const { return lists[size_t(kind)]; }
-};
-inline PreviousLists PreviousEntries;
-
-// The last names used in the file dialogs, and the browser program.
-struct HistoryPaths {
-    QString Open;
-    QString IOpen;
-    QString Reference;
-    QString Browser;
-    bool operator==(const HistoryPaths &) const = default;
-};
-inline HistoryPaths History;
 
 // A window's place in twips.
 struct WindowPlacement {
@@ -132,12 +111,19 @@ constexpr int FirstRunState = -2;
 // The question of the first run, its lines joined by LineEnd.
 QString FirstRunQuestion();
 
-// Reads the settings into the main window, the options, the font classes, the function keys, the
-// remembered lists and History. Asks the first-run question when State says so.
-void LoadSettings(frmMDIMain &main);
+// The first-run values, as the registry states them.
+ClassFonts DefaultClassFonts();
+FunctionKeyRecord DefaultFunctionKey();
+bool DefaultOption(Option option);
+qint32 DefaultBackColor();
+
+// Reads the settings into the main window's place and the workspace: options, back colour, font
+// classes, function keys, remembered lists and History. Asks the first-run question when State
+// says so.
+void LoadSettings(QWidget &mainWindow, Workspace &workspace);
 // Writes them back. A file that cannot be written is reported once; false then.
-bool SaveSettings(frmMDIMain &main);
+bool SaveSettings(const QWidget &mainWindow, Workspace &workspace);
 // Reads the three font classes again, dropping changes made since the start.
-void LoadFontSettings();
+ClassFonts LoadFontSettings();
 
 } // namespace pw

@@ -1,52 +1,12 @@
 #include "core/status_line.h"
 
 #include "core/app_state.h"
-#include "core/main_window.h"
 
-#include <QApplication>
-#include <QLabel>
+#include <QGuiApplication>
 #include <QScreen>
-#include <QStatusBar>
+#include <QWidget>
 
 namespace pw {
-
-void SetStatusText(const QString &text)
-{
-    if (frmMDIMain *main = frmMDIMain::instance()) {
-        main->Panel1->setText(QLatin1Char(' ') + text);
-        main->StatusBar1->repaint();
-    }
-}
-
-void ClearStatusText()
-{
-    if (frmMDIMain *main = frmMDIMain::instance())
-        main->Panel1->clear();
-}
-
-QString StatusText()
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    return main ? main->Panel1->text() : QString();
-}
-
-static bool g_waiting = false;
-
-void ShowWaitCursor()
-{
-    if (g_waiting)
-        return;
-    g_waiting = true;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-}
-
-void HideWaitCursor()
-{
-    if (!g_waiting)
-        return;
-    g_waiting = false;
-    QApplication::restoreOverrideCursor();
-}
 
 void CenterForm(QWidget *form)
 {
@@ -55,6 +15,23 @@ void CenterForm(QWidget *form)
     const QSize size = form->frameSize().isValid() ? form->frameSize() : form->size();
     form->move(area.left() + (area.width() - size.width()) / 2,
                area.top() + int((area.height() - size.height()) * 0.8 / 2));
+}
+
+void CenterOver(QWidget *window, const QWidget *over)
+{
+    if (!over) {
+        CenterForm(window);
+        return;
+    }
+    const QRect frame = over->frameGeometry();
+    QRect placed(QPoint(0, 0), window->size());
+    placed.moveCenter(frame.center());
+    if (const QScreen *screen = over->screen()) {
+        const QRect area = screen->availableGeometry();
+        placed.moveLeft(qBound(area.left(), placed.left(), qMax(area.left(), area.right() - placed.width())));
+        placed.moveTop(qBound(area.top(), placed.top(), qMax(area.top(), area.bottom() - placed.height())));
+    }
+    window->move(placed.topLeft());
 }
 
 QString SizeText(int length)

@@ -6,15 +6,10 @@ class QWidget;
 
 namespace pw {
 
-// One blank and the text in the message panel, painted at once.
-void SetStatusText(const QString &text);
-void ClearStatusText();
-QString StatusText(); // the message panel as it reads
-// The hourglass everywhere and back; not counted, so the one who set it resets it.
-void ShowWaitCursor();
-void HideWaitCursor();
 // Places a dialog across the middle of the screen and 40 per cent down the free height.
 void CenterForm(QWidget *form);
+// Places a window centred over another (the main window), kept on its screen.
+void CenterOver(QWidget *window, const QWidget *over);
 // "Size: " and the length; "Line: ", the line and a blank.
 QString SizeText(int length);
 QString LineText(int line);

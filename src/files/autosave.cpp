@@ -3,63 +3,24 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "files/open_document.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QPointer>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QStringEncoder>
 #include <QTextDocument>
 #include <QTimer>
 
-#include <map>
-
 namespace pw {
 
 namespace {
-
 constexpr qint16 TicksPerPass = 10;
-// Ticks since the last pass. It keeps its value while the option is off, so the first pass after
-// turning it on may come early.
-qint16 g_ticks = 0;
-
-// What each slot's file was last written from. A document unchanged since then is not written
-// again: its file already holds exactly its text, and a pass over many large documents would
-// otherwise stall typing for nothing.
-struct Written {
-    QPointer<QTextDocument> document;
-    bool stale = true;
-};
-std::map<int, Written> g_written;
-
-bool needsWriting(int slot, QTextDocument *document, const QString &path)
-{
-    Written &written = g_written[slot];
-    if (written.document != document) {
-        written.document = document;
-        written.stale = true;
-        QObject::connect(document, &QTextDocument::contentsChanged, document, [slot, document] {
-            if (auto it = g_written.find(slot); it != g_written.end() && it->second.document == document)
-                it->second.stale = true;
-        });
-    }
-    return written.stale || !QFileInfo::exists(path);
-}
-
-void setTimerRunning(frmMDIMain &main, bool on)
-{
-    if (!on)
-        main.tmrAutoSave->stop();
-    else if (!main.tmrAutoSave->isActive())
-        main.tmrAutoSave->start();
-}
-
 } // namespace
 
 QString AutoSaveFolder()
@@ -73,44 +34,17 @@ QString AutoSaveFileName(int slot)
     return QStringLiteral("AutoSaved.%1").arg(slot, 3, 10, QLatin1Char('0'));
 }
 
-void tmrAutoSave_Timer()
-{
-    if (g_ticks < TicksPerPass)
-        ++g_ticks;
-    if (g_ticks < TicksPerPass)
-        return;
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main || !main->options().isChecked(Option::AutoSave))
-        return;
-    g_ticks = 0;
-    AutoSavePass();
-}
-
-void AutoSavePass()
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    const QString folder = AutoSaveFolder();
-    QDir().mkpath(folder);
-    DocumentSlots &slots = main->slots();
-    for (int slot = 1; slot <= slots.count(); ++slot) {
-        frmDoc *document = slots.document(slot);
-        if (slots.state(slot).Free || !document)
-            continue;
-        SetStatusText(QStringLiteral("Autosaving ") + document->Caption());
-        const QString path = folder + QLatin1Char('/') + AutoSaveFileName(slot);
-        if (needsWriting(slot, document->Text->document(), path))
-            g_written[slot].stale = !WriteAutoSaveFile(path, *document->Text);
-    }
-    ClearStatusText();
-}
-
-bool WriteAutoSaveFile(const QString &path, const EditingSurface &surface)
+bool WriteAutoSaveFile(const QString &path, const EditingSurface &surface, QString *error)
 {
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    const auto failed = [&] {
+        if (error)
+            *error = file.errorString();
+        file.cancelWriting();
         return false;
+    };
+    if (!file.open(QIODevice::WriteOnly))
+        return failed();
     // One copy of the text, encoded a piece at a time into a reused buffer; the document's block
     // separators become CR LF on the way, as Text would give them.
     const QString raw = surface.document()->toRawText();
@@ -131,47 +65,13 @@ bool WriteAutoSaveFile(const QString &path, const EditingSurface &surface)
         }
         out = utf8.appendToBuffer(out, piece.mid(from));
         if (file.write(buffer.constData(), out - buffer.constData()) < 0)
-            return false;
+            return failed();
     }
-    return file.commit();
-}
-
-void ToggleAutoSave()
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    main->options().toggle(Option::AutoSave);
-    setTimerRunning(*main, main->options().isChecked(Option::AutoSave));
-}
-
-void BindAutoSaveTimer(frmMDIMain &main)
-{
-    main.tmrAutoSave->setInterval(1000);
-    QObject::connect(main.tmrAutoSave, &QTimer::timeout, &main, [] { tmrAutoSave_Timer(); });
-    QObject::connect(&main.options(), &Options::changed, &main, [&main](Option option, bool on) {
-        if (option == Option::AutoSave)
-            setTimerRunning(main, on);
-    });
-    setTimerRunning(main, main.options().isChecked(Option::AutoSave));
-}
-
-void RecoverAutoSavedFiles()
-{
-    const QDir folder(AutoSaveFolder());
-    const QStringList names =
-        folder.entryList({QStringLiteral("AutoSaved.*")}, QDir::Files | QDir::Hidden, QDir::Name);
-    if (names.isEmpty())
-        return;
-    MsgBox(QStringLiteral("Recovering Files!"), MsgStyle::Exclamation, AppTitle());
-    for (const QString &name : names) {
-        const QString path = folder.filePath(name);
-        // A file that could not be read has been reported; it stays for another try.
-        if (frmDoc *document = RecoverFile(path)) {
-            document->setCaption(QStringLiteral("Untitled: (Recovered File: 1)"));
-            QFile::remove(path);
-        }
-    }
+    if (file.commit())
+        return true;
+    if (error)
+        *error = file.errorString();
+    return false;
 }
 
 void EmptyAutoSaveFolder()
@@ -179,6 +79,129 @@ void EmptyAutoSaveFolder()
     QDir folder(AutoSaveFolder());
     for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden | QDir::System))
         folder.remove(name);
+}
+
+AutoSave::AutoSave(Workspace &workspace, QTimer &timer) : QObject(&timer), m_workspace(workspace), m_timer(timer)
+{
+    m_timer.setInterval(1000);
+    connect(&m_timer, &QTimer::timeout, this, &AutoSave::tmrAutoSave_Timer);
+    connect(&workspace.options, &Options::changed, this, [this](Option option, bool on) {
+        if (option == Option::AutoSave)
+            setTimerRunning(on);
+    });
+    connect(&workspace.slots, &DocumentSlots::documentClosed, this, &AutoSave::forget);
+}
+
+void AutoSave::start()
+{
+    m_started = true;
+    setTimerRunning(m_workspace.options.isChecked(Option::AutoSave));
+}
+
+void AutoSave::setTimerRunning(bool on)
+{
+    if (!on || !m_started)
+        m_timer.stop();
+    else if (!m_timer.isActive())
+        m_timer.start();
+}
+
+void AutoSave::tmrAutoSave_Timer()
+{
+    IdleQueue &idle = m_workspace.platform.idle();
+    if (idle.isBusy()) {
+        if (!std::exchange(m_tickWaiting, true))
+            idle.runWhenIdle([this] {
+                m_tickWaiting = false;
+                tmrAutoSave_Timer();
+            });
+        return;
+    }
+    // The count keeps its value while the option is off, so the first pass after turning it on
+    // may come early.
+    if (m_ticks < TicksPerPass)
+        ++m_ticks;
+    if (m_ticks < TicksPerPass || !m_workspace.options.isChecked(Option::AutoSave))
+        return;
+    m_ticks = 0;
+    AutoSavePass();
+}
+
+bool AutoSave::needsWriting(int slot, QTextDocument *document, const QString &path)
+{
+    Written &written = m_written[slot];
+    if (written.document != document) {
+        written.document = document;
+        written.stale = true;
+        connect(document, &QTextDocument::contentsChanged, this, [this, slot, document] {
+            if (auto it = m_written.find(slot); it != m_written.end() && it->second.document == document)
+                it->second.stale = true;
+        });
+    }
+    return written.stale || !QFileInfo::exists(path);
+}
+
+void AutoSave::AutoSavePass()
+{
+    const QString folder = AutoSaveFolder();
+    if (!QDir().mkpath(folder)) {
+        tellFailure(QStringLiteral("The folder could not be made."));
+        return;
+    }
+    StatusPresenter &status = m_workspace.status;
+    DocumentSlots &slots = m_workspace.slots;
+    for (int slot : slots.openSlots()) {
+        frmDoc *document = slots.document(slot);
+        status.SetStatusText(QStringLiteral("Autosaving ") + document->Caption());
+        const QString path = folder + QLatin1Char('/') + AutoSaveFileName(slot);
+        if (!needsWriting(slot, document->Text->document(), path))
+            continue;
+        QString error;
+        const bool written = WriteAutoSaveFile(path, *document->Text, &error);
+        m_written[slot].stale = !written;
+        if (!written)
+            tellFailure(error);
+    }
+    status.ClearStatusText();
+}
+
+void AutoSave::tellFailure(const QString &reason)
+{
+    if (std::exchange(m_failureTold, true))
+        return;
+    m_workspace.MsgBox(QStringLiteral("Autosave could not write to the folder") + LineEnd + AutoSaveFolder() + LineEnd
+                           + reason + LineEnd + QStringLiteral("It will try again every ten seconds."),
+                       MsgStyle::Exclamation);
+}
+
+void AutoSave::forget(int slot)
+{
+    // Before the start, the folder holds only what the last run left, which is not this slot's.
+    if (!m_started)
+        return;
+    m_written.erase(slot);
+    QFile::remove(AutoSaveFolder() + QLatin1Char('/') + AutoSaveFileName(slot));
+}
+
+void AutoSave::ToggleAutoSave()
+{
+    m_workspace.options.toggle(Option::AutoSave);
+}
+
+void AutoSave::RecoverAutoSavedFiles()
+{
+    const QDir folder(AutoSaveFolder());
+    const QStringList names =
+        folder.entryList({QStringLiteral("AutoSaved.*")}, QDir::Files | QDir::Hidden, QDir::Name);
+    if (names.isEmpty())
+        return;
+    m_workspace.MsgBox(QStringLiteral("Recovering Files!"), MsgStyle::Exclamation);
+    for (const QString &name : names) {
+        const QString path = folder.filePath(name);
+        // A file that could not be read has been reported; it stays for another try.
+        if (RecoverFile(m_workspace, path, QStringLiteral("Untitled: (Recovered File: 1)")))
+            QFile::remove(path);
+    }
 }
 
 } // namespace pw

@@ -1,28 +1,26 @@
 #include "files/file_locks.h"
 
-#include "core/main_window.h"
+#include "core/document_window.h"
+#include "core/workspace.h"
 #include "files/stamps.h"
 #include "platform/file_handles.h"
 
 namespace pw {
 
-void ToggleLockFiles()
+void ToggleLockFiles(Workspace &workspace)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
     // Every menu shows the one shared state; untitled documents hold nothing to lock.
-    main->options().toggle(Option::LockFiles);
-    FileHandles::instance().lockAll(main->options().isChecked(Option::LockFiles)); // errors are not reported
+    workspace.options.toggle(Option::LockFiles);
+    FileHandles::instance().lockAll(workspace.options.isChecked(Option::LockFiles)); // errors are not reported
 }
 
-void CloseDocumentFile(int slot)
+void CloseDocumentFile(Workspace &workspace, frmDoc &document)
 {
     FileHandles &handles = FileHandles::instance();
-    frmMDIMain *main = frmMDIMain::instance();
-    if (main && main->options().isChecked(Option::LockFiles))
+    const int slot = document.slot();
+    if (workspace.options.isChecked(Option::LockFiles))
         handles.unlock(slot);
-    StampOnClose(slot);
+    StampOnClose(workspace, document);
     handles.close(slot);
 }
 

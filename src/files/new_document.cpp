@@ -3,9 +3,8 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
-#include "files/previous_lists.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 
 namespace pw {
 
@@ -25,33 +24,25 @@ QString BlankTemplate()
     return lines.join(LineEnd);
 }
 
-frmDoc *NewDocument()
+frmDoc *NewDocument(Workspace &workspace)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return nullptr;
-    SetStatusText(QStringLiteral("Loading new file"));
-    ShowWaitCursor();
-    DocumentSlots &slots = main->slots();
+    StatusPresenter &status = workspace.status;
+    status.SetStatusText(QStringLiteral("Loading new file"));
+    status.ShowWaitCursor();
+    DocumentSlots &slots = workspace.slots;
     const int slot = slots.FindFreeSlot();
     frmDoc *doc = slots.CreateDocumentWindow(slot, QStringLiteral("Untitled: ") + QString::number(slot));
-    ApplyClassFont(*doc->Text, false);
-    if (main->options().isChecked(Option::AddTemplate))
-        FillBlankTemplate(*doc);
-    SyncDocumentMenus(); // the new window's menu shows the previous files too
-    slots.state(slot).Dirty = False;
-    if (main->markupToolsHidden())
-        SetMarkupToolsHidden(false);
-    main->setButtonEnabled(QStringLiteral("imgFileSave"), false);
-    HideWaitCursor();
+    if (workspace.options.isChecked(Option::AddTemplate))
+        FillBlankTemplate(workspace, *doc);
+    doc->state().setDirty(false);
+    status.HideWaitCursor();
     return doc;
 }
 
-void FillBlankTemplate(frmDoc &window)
+void FillBlankTemplate(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    const bool colour = main && main->options().isChecked(Option::Highlight);
-    EditingSurface &text = *window.Text;
+    const bool colour = workspace.options.isChecked(Option::Highlight);
+    EditingSurface &text = *document.Text;
     if (colour)
         ApplyClassFont(text, true);
     text.setSelText(BlankTemplate());
@@ -59,9 +50,8 @@ void FillBlankTemplate(frmDoc &window)
     if (colour)
         ApplyClassFont(text, false);
     text.clearUndo();
-    if (main)
-        main->slots().state(window.slot()).Dirty = False;
-    SetStatusText(QStringLiteral(
+    document.state().setDirty(false);
+    workspace.status.SetStatusText(QStringLiteral(
         "Enter your documents title then move down inside the body tags to create your page."));
 }
 

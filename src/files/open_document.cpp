@@ -4,9 +4,8 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/long_pass.h"
-#include "core/main_window.h"
-#include "core/settings_store.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "files/previous_lists.h"
 #include "files/text_file.h"
 #include "markup/highlighter.h"
@@ -15,7 +14,8 @@
 #include "platform/platform.h"
 
 #include <QFileInfo>
-#include <QToolBar>
+
+#include <QPointer>
 
 #include <optional>
 
@@ -44,7 +44,6 @@ struct Way {
     bool showTools = false;   // bring the markup tools back
     bool rememberOpen = false; // History.Open
     int previousIndex = 0;    // the entry a "Not found!" drops
-    std::function<void()> beforeMessage;
 };
 
 QString couldNotOpen(const QString &path, ErrorCode code)
@@ -53,17 +52,11 @@ QString couldNotOpen(const QString &path, ErrorCode code)
            + LineEnd + LineEnd + errorText(code);
 }
 
-void exclamation(const QString &text)
-{
-    MsgBox(text, MsgStyle::OkOnly + MsgStyle::Exclamation, AppTitle());
-}
-
-void tellFailure(const Way &way, const QString &path, ErrorCode code)
+void tellFailure(Workspace &ws, const Way &way, const QString &path, ErrorCode code)
 {
     // No hourglass over a message box.
-    HideWaitCursor();
-    if (way.beforeMessage)
-        way.beforeMessage();
+    ws.status.HideWaitCursor();
+    const auto exclamation = [&ws](const QString &text) { ws.MsgBox(text, MsgStyle::OkOnly + MsgStyle::Exclamation); };
     const bool denied = code == ErrorCode::PermissionDenied;
     switch (way.failure) {
     case Failure::Dialog:
@@ -77,8 +70,8 @@ void tellFailure(const Way &way, const QString &path, ErrorCode code)
         if (denied) {
             exclamation(QStringLiteral("Permission denied!"));
         } else if (code == ErrorCode::FileNotFound || code == ErrorCode::PathFileAccess) {
-            MsgBox(path + LineEnd + QStringLiteral("Not found!"), MsgStyle::OkOnly, AppTitle());
-            RemovePreviousFile(way.previousIndex);
+            ws.MsgBox(path + LineEnd + QStringLiteral("Not found!"), MsgStyle::OkOnly);
+            RemovePreviousFile(ws, way.previousIndex);
         } else {
             exclamation(couldNotOpen(path, code));
         }
@@ -90,111 +83,109 @@ void tellFailure(const Way &way, const QString &path, ErrorCode code)
 class LargeFileProgress
 {
 public:
+    explicit LargeFileProgress(Workspace &ws) : m_ws(ws) {}
+
     bool operator()(qint64 done, qint64 total)
     {
         if (total < ProgressFrom || done >= total)
             return true;
         if (!m_strip)
-            m_strip.emplace();
+            m_strip.emplace(m_ws.status);
         m_strip->step(done, total);
-        return !EscapePressed();
+        return !m_ws.platform.escapePressed();
     }
 
 private:
+    Workspace &m_ws;
     std::optional<ProgressStrip> m_strip;
 };
 
 // Reads while the strip shows how far a large file got.
-ReadResult readWithProgress(const std::function<ReadResult(const DecodeProgress &)> &read)
+ReadResult readWithProgress(Workspace &ws, const std::function<ReadResult(const DecodeProgress &)> &read)
 {
-    LargeFileProgress progress;
+    LargeFileProgress progress(ws);
     return read(std::ref(progress));
 }
 
 // A read that failed or was cancelled gives the slot back; a failure is told as the way in tells it.
-bool readFailed(DocumentSlots &slots, int slot, const ReadResult &read, const Way &way, const QString &path)
+bool readFailed(Workspace &ws, int slot, const ReadResult &read, const Way &way, const QString &path)
 {
     if (read.error == ErrorCode::None && !read.decoded.cancelled)
         return false;
-    slots.abandon(slot);
+    ws.slots.abandon(slot);
     if (read.error != ErrorCode::None)
-        tellFailure(way, path, read.error);
+        tellFailure(ws, way, path, read.error);
     return true;
 }
 
 // Fills a window made for slot with the decoded text. A large file goes in piece by piece under
 // the progress strip, and Escape there stops the open: the window goes again and the slot is free.
 // The load is no undo step.
-frmDoc *fillWindow(DocumentSlots &slots, int slot, const QString &caption, const DecodedText &decoded)
+// path: the file the document holds, or empty for one that holds none (named untitledName).
+frmDoc *fillWindow(Workspace &ws, int slot, const QString &path, const QString &untitledName,
+                   const DecodedText &decoded)
 {
-    frmDoc *document = slots.CreateDocumentWindow(slot, caption);
-    document->fileFormat = decoded.format;
-    LargeFileProgress progress;
+    frmDoc *document = ws.slots.CreateDocumentWindow(slot, untitledName);
+    document->state().setPath(path);
+    document->state().format = decoded.format;
+    LargeFileProgress progress(ws);
     if (!document->Text->loadText(decoded.text, std::ref(progress))) {
-        slots.abandon(slot);
+        ws.slots.abandon(slot);
         return nullptr;
     }
     return document;
 }
 
-void colourAndName(frmDoc &document)
+void colourAndName(Workspace &ws, frmDoc &document)
 {
-    HighlightDocument(document);
-    FindLocalNames(document.slot());
+    HighlightDocument(ws, document);
+    FindLocalNames(ws, document);
     document.Text->clearUndo();
 }
 
 // The load sequence of every way in but the recovery.
-frmDoc *loadDocument(const QString &path, const Way &way)
+frmDoc *loadDocument(Workspace &ws, const QString &path, const Way &way)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return nullptr;
-    DocumentSlots &slots = main->slots();
-    LongPass pass(way.statusText, false);
-    if (way.refresh) {
-        main->Toolbar1->repaint();
+    DocumentSlots &slots = ws.slots;
+    LongPass pass(ws, way.statusText, false);
+    if (way.refresh)
         slots.RefreshDocuments();
-    }
 
     const int slot = slots.FindFreeSlot();
     FileHandles &handles = FileHandles::instance();
     const ReadResult read = readWithProgress(
-        [&](const DecodeProgress &progress) { return openDocumentFile(handles, slot, path, progress); });
-    if (readFailed(slots, slot, read, way, path))
+        ws, [&](const DecodeProgress &progress) { return openDocumentFile(handles, slot, path, progress); });
+    if (readFailed(ws, slot, read, way, path))
         return nullptr;
 
-    frmDoc *document = fillWindow(slots, slot, path, read.decoded);
+    frmDoc *document = fillWindow(ws, slot, path, path, read.decoded);
     if (!document)
         return nullptr;
-    if (main->options().isChecked(Option::LockFiles))
+    if (ws.options.isChecked(Option::LockFiles))
         handles.lock(slot); // a failed lock still holds the file, shared
-    colourAndName(*document);
-    slots.state(slot).Dirty = False;
-    AddPreviousFile(path);
+    colourAndName(ws, *document);
+    document->state().setDirty(false);
+    AddPreviousFile(ws, path);
     if (way.rememberOpen)
-        History.Open = path;
-    main->setButtonEnabled(QStringLiteral("imgFileSave"), false);
-    main->setButtonEnabled(QStringLiteral("imgUndo"), false);
-    if (way.showTools && main->markupToolsHidden())
-        SetMarkupToolsHidden(false);
+        ws.history.Open = path;
+    if (way.showTools)
+        ws.SetMarkupToolsHidden(false);
     return document;
 }
 
 // The open dialog as the open command and the import show it; empty when cancelled.
-QString chooseFileToOpen()
+QString chooseFileToOpen(Workspace &ws)
 {
-    CommonDialog &dialog = frmMDIMain::instance()->CMDialog1;
+    CommonDialog &dialog = ws.CMDialog1;
     dialog.Flags = HideReadOnly;
     dialog.DefaultExt = QStringLiteral(".html;*.htm;*.shtml");
     dialog.Filter = QStringLiteral(
         "HTML (*.html; *.htm; *.shtml)|*.html; *.htm; *.shtml|Text (*.txt)|*.txt|All (*.*)|*.*");
-    dialog.FileName = History.Open;
+    dialog.FileName = ws.history.Open;
     // Before any file came through the dialog, start where the page in front lives.
     dialog.InitDir.clear();
-    if (const frmDoc *front = frmMDIMain::instance()->activeDocument();
-        front && !front->isUntitled())
-        dialog.InitDir = QFileInfo(front->Caption()).absolutePath();
+    if (const frmDoc *front = ws.current(); front && !front->isUntitled())
+        dialog.InitDir = QFileInfo(front->state().path()).absolutePath();
     if (dialog.ShowOpen() == ErrorCode::Cancel)
         return {};
     return dialog.FileName;
@@ -207,129 +198,94 @@ QString LongPathOf(const QString &path)
     return QFileInfo(path).absoluteFilePath();
 }
 
-frmDoc *OpenFromDialog()
+frmDoc *OpenFromDialog(Workspace &workspace)
 {
-    if (!frmMDIMain::instance())
-        return nullptr;
-    const QString path = chooseFileToOpen();
+    const QString path = chooseFileToOpen(workspace);
     if (path.isEmpty())
         return nullptr;
     Way way{QStringLiteral("Opening ") + path, Failure::Dialog};
     way.showTools = true;
     way.rememberOpen = true;
-    return loadDocument(path, way);
+    return loadDocument(workspace, path, way);
 }
 
-frmDoc *OpenFromCommandLine(const QString &commandLine, const std::function<void()> &beforeMessage)
+frmDoc *OpenFromCommandLine(Workspace &workspace, const QString &commandLine)
 {
     QString path = LongPathOf(commandLine);
     if (path.isEmpty())
         path = commandLine;
-    Way way{QStringLiteral("Opening ") + path, Failure::CommandLine};
-    way.beforeMessage = beforeMessage;
-    frmDoc *document = loadDocument(path, way);
-    if (!document)
-        SetMarkupToolsHidden(true); // no document is left
-    return document;
+    return loadDocument(workspace, path, Way{QStringLiteral("Opening ") + path, Failure::CommandLine});
 }
 
-frmDoc *OpenFromHandOver(const QString &path)
+frmDoc *OpenFromHandOver(Workspace &workspace, const QString &path)
 {
     const QString longPath = LongPathOf(path);
-    return loadDocument(longPath, Way{QStringLiteral("Opening ") + longPath, Failure::Other});
+    return loadDocument(workspace, longPath, Way{QStringLiteral("Opening ") + longPath, Failure::Other});
 }
 
-frmDoc *OpenFromSiteMap(const QString &path)
+frmDoc *OpenPrevious(Workspace &workspace, int index)
 {
-    return OpenFromHandOver(path); // the same way in
-}
-
-frmDoc *OpenPrevious(int index)
-{
-    const QString path = PreviousFile(index);
+    const QString path = PreviousFile(workspace, index);
     if (path.isEmpty())
         return nullptr;
     Way way{QStringLiteral(" Opening ") + path, Failure::Previous};
     way.refresh = false;
     way.showTools = true;
     way.previousIndex = index;
-    return loadDocument(path, way);
+    return loadDocument(workspace, path, way);
 }
 
-frmDoc *RecoverFile(const QString &path)
+frmDoc *RecoverFile(Workspace &workspace, const QString &path, const QString &untitledName)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return nullptr;
-    DocumentSlots &slots = main->slots();
-    LongPass pass(QStringLiteral("Recovering ") + path, false);
-    main->Toolbar1->repaint();
-    slots.RefreshDocuments();
+    LongPass pass(workspace, QStringLiteral("Recovering ") + path, false);
+    workspace.slots.RefreshDocuments();
 
-    const int slot = slots.FindFreeSlot();
+    const int slot = workspace.slots.FindFreeSlot();
     const ReadResult read = readWithProgress(
-        [&](const DecodeProgress &progress) { return readTextFile(path, FileShare::None, progress); });
-    if (readFailed(slots, slot, read, Way{QString(), Failure::Other}, path))
+        workspace, [&](const DecodeProgress &progress) { return readTextFile(path, FileShare::None, progress); });
+    if (readFailed(workspace, slot, read, Way{QString(), Failure::Other}, path))
         return nullptr;
 
-    // The caller gives it its caption; until then it shows where it came from.
-    frmDoc *document = fillWindow(slots, slot, path, read.decoded);
+    frmDoc *document = fillWindow(workspace, slot, QString(), untitledName, read.decoded);
     if (!document)
         return nullptr; // the autosaved file stays for the next start
-    colourAndName(*document);
+    colourAndName(workspace, *document);
     // It has no file of its own, so what it holds is unsaved.
-    slots.state(slot).Dirty = True;
-    main->setButtonEnabled(QStringLiteral("imgFileSave"), true);
-    main->setButtonEnabled(QStringLiteral("imgUndo"), false);
-    SyncDocumentMenus();
+    document->state().setDirty(true);
     return document;
 }
 
-void ImportFile()
+void ImportFile(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main || !main->slots().AnyDocumentOpen())
-        return;
-    DocumentSlots &slots = main->slots();
-    const QString path = chooseFileToOpen();
+    const QString path = chooseFileToOpen(workspace);
     if (path.isEmpty())
         return;
-    frmDoc *document = slots.current();
-    if (!document)
-        return;
-
-    LongPass pass(QStringLiteral("Importing ") + path, false);
-    main->Toolbar1->repaint();
-    slots.RefreshDocuments();
-    EditingSurface &text = *document->Text;
-    ApplyClassFont(text, false);
+    const QPointer<frmDoc> target(&document);
+    LongPass pass(workspace, QStringLiteral("Importing ") + path, false);
+    workspace.slots.RefreshDocuments();
     const ReadResult read = readWithProgress(
-        [&](const DecodeProgress &progress) { return readTextFile(path, FileShare::Shared, progress); });
+        workspace, [&](const DecodeProgress &progress) { return readTextFile(path, FileShare::Shared, progress); });
     if (read.error != ErrorCode::None) {
-        tellFailure(Way{QString(), Failure::Dialog}, path, read.error);
+        tellFailure(workspace, Way{QString(), Failure::Dialog}, path, read.error);
         return;
     }
-    if (read.decoded.cancelled)
+    if (read.decoded.cancelled || !target)
         return;
+    EditingSurface &text = *target->Text;
+    ApplyClassFont(text, false);
     text.setSelText(read.decoded.text);
-    slots.state(document->slot()).Dirty = True;
+    target->state().setDirty(true);
 }
 
-void FindLocalNames(int slot)
+void FindLocalNames(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    DocumentSlots &slots = main->slots();
-    frmDoc *document = slots.document(slot);
-    if (!document)
-        return;
-    EditingSurface &text = *document->Text;
+    EditingSurface &text = *document.Text;
+    auto &names = document.state().LocalNames;
     const QString target = QStringLiteral("<A NAME=\"");
-    constexpr int Full = DocumentSlots::LocalNameCount - 1; // 21: at most 20 names are kept
+    constexpr int Full = DocumentState::LocalNameCount - 1; // 21: at most 20 names are kept
 
-    for (int i = 1; i < DocumentSlots::LocalNameCount; ++i)
-        slots.LocalNames(i, slot).clear();
+    for (int i = 1; i < DocumentState::LocalNameCount; ++i)
+        names[size_t(i)].clear();
     // From position 1, so an anchor at the very start is not found.
     int found = text.Find(target, 1, -1, EditingSurface::NoHighlight);
     int counter = 1;
@@ -338,9 +294,9 @@ void FindLocalNames(int slot)
         const int quote = text.Find(QStringLiteral("\""), start, -1, EditingSurface::NoHighlight);
         // A name whose quote never closes is no name.
         if (quote >= 0)
-            slots.LocalNames(counter++, slot) = text.Mid(start, quote - start);
+            names[size_t(counter++)] = text.Mid(start, quote - start);
         found = text.Find(target, found + 1, -1, EditingSurface::NoHighlight);
-        if (EscapePressed())
+        if (workspace.platform.escapePressed())
             break;
     }
     text.setSelLength(0);

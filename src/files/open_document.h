@@ -2,10 +2,9 @@
 
 #include <QString>
 
-#include <functional>
-
 namespace pw {
 
+class Workspace;
 class frmDoc;
 
 // The ways a file becomes a document. All share one load sequence: a slot and its window, the
@@ -19,22 +18,19 @@ QString LongPathOf(const QString &path);
 
 // mnuFileOpen, imgFileOpen: the open dialog; nothing happens when it is cancelled. A file held
 // elsewhere gives "Permission denied!", any other failure the platform's reason.
-frmDoc *OpenFromDialog();
-// The start with a file on the command line: the file goes into slot 1, which must be free.
-// beforeMessage runs before an error is shown (the start hides its splash there).
-frmDoc *OpenFromCommandLine(const QString &commandLine, const std::function<void()> &beforeMessage = {});
+frmDoc *OpenFromDialog(Workspace &workspace);
+// The start with a file on the command line.
+frmDoc *OpenFromCommandLine(Workspace &workspace, const QString &commandLine);
 // A path handed over by a second start of the program.
-frmDoc *OpenFromHandOver(const QString &path);
-// A file chosen in the site map.
-frmDoc *OpenFromSiteMap(const QString &path);
+frmDoc *OpenFromHandOver(Workspace &workspace, const QString &path);
 // mnuFilePrevious(index): entry index of the previous-file list; a missing file drops it.
-frmDoc *OpenPrevious(int index);
-// An autosaved file as a new, dirty document that holds no file; the caller sets its caption.
-frmDoc *RecoverFile(const QString &path);
-// mnuFileImport: a file's text at the caret of the current document, uncoloured; the document
-// keeps its name and becomes dirty. Holds nothing: only a locked file is refused.
-void ImportFile();
-// Collects the names of the anchors of slot's document into LocalNames (at most 20).
-void FindLocalNames(int slot);
+frmDoc *OpenPrevious(Workspace &workspace, int index);
+// An autosaved file as a new, dirty document that holds no file, named untitledName.
+frmDoc *RecoverFile(Workspace &workspace, const QString &path, const QString &untitledName);
+// mnuFileImport: a file's text at the caret of a document, uncoloured; the document keeps its name
+// and becomes dirty. Holds nothing: only a locked file is refused.
+void ImportFile(Workspace &workspace, frmDoc &document);
+// Collects the names of the anchors of a document into its LocalNames (at most 20).
+void FindLocalNames(Workspace &workspace, frmDoc &document);
 
 } // namespace pw

@@ -3,12 +3,17 @@
 #include <QDir>
 #include <QString>
 
+#include <functional>
+
+class QAction;
+
 namespace pw {
 
-// The Files list lives in the main window's ten mnuFilePrevious items (1 is the newest): each
-// item's entry (its data()) is a full path, its caption the path shortened for the menu. Every
-// document's menu copies them. PreviousEntries[PreviousKind::Files] always holds the entries of
-// the visible items, so that the settings write what the menu shows.
+class Workspace;
+
+// The Files list is the workspace's previousFiles(), newest first, at most ten full paths. Every
+// File menu shows it in its ten mnuFilePrevious items, each captioned with the path shortened for
+// the menu and holding the full path in its data(); the menus follow the list as it changes.
 
 constexpr int PreviousFileCount = 10;
 // All callers shorten to this many characters.
@@ -24,17 +29,21 @@ constexpr int PreviousCaptionLimit = 40;
 // The result is at most limit + 1 characters long, as the drive rule gives.
 QString ShortenPathForMenu(const QString &path, int limit, QChar separator = QDir::separator());
 
-// Puts a path on top of the list; one that is already there moves up.
-void AddPreviousFile(const QString &path);
-// Drops entry index (1 to 10), the ones below moving up.
-void RemovePreviousFile(int index);
-// Copies the main menu's items to every open document's menu.
-void SyncDocumentMenus();
-// Fills the main menu's items from the list the settings loaded, then SyncDocumentMenus. The
-// list operations above load it first themselves when it has not been loaded yet, so a file
-// opened at the start goes on top of the stored list.
-void LoadPreviousFileMenus();
-// The path of entry index, empty when the item is hidden.
-QString PreviousFile(int index);
+// The list with path on top: one already there moves up, so nothing else falls off; two paths that
+// shorten alike count as one.
+QStringList WithPreviousFile(const QStringList &entries, const QString &path);
+// The list without entry index (1 to 10), the ones below moving up.
+QStringList WithoutPreviousFile(const QStringList &entries, int index);
+
+// Puts a path on top of the workspace's list.
+void AddPreviousFile(Workspace &workspace, const QString &path);
+// Drops entry index (1 to 10).
+void RemovePreviousFile(Workspace &workspace, int index);
+// The path of entry index, empty when there is none.
+QString PreviousFile(const Workspace &workspace, int index);
+
+// Shows entries in one File menu: item(name) finds "mnuFilePrevious(1)" to "(10)" and the separator
+// "mnuFileSep1" above them.
+void ShowPreviousFiles(const std::function<QAction *(const QString &name)> &item, const QStringList &entries);
 
 } // namespace pw

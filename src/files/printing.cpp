@@ -4,8 +4,8 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/long_pass.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
 
@@ -21,18 +21,18 @@ QString pageHeader(int page, const QString &caption, bool selection)
     return header;
 }
 
-void printText(const frmDoc &document, const QString &text, bool selection)
+void printText(Workspace &ws, const frmDoc &document, const QString &text, bool selection)
 {
     QString error;
-    std::unique_ptr<LineSink> printer = platform().openPrinter(document.Caption(), &error);
+    std::unique_ptr<LineSink> printer = ws.platform.openPrinter(document.Caption(), &error);
     if (!printer) {
-        MsgBox(error, MsgStyle::Exclamation, AppTitle());
+        ws.MsgBox(error, MsgStyle::Exclamation);
         return;
     }
 
     int page = 1;
     QString header = pageHeader(page, document.Caption(), selection);
-    LongPass pass(header);
+    LongPass pass(ws, header);
     printer->printLine(header);
     printer->printLine(QStringLiteral(" "));
 
@@ -62,7 +62,7 @@ void printText(const frmDoc &document, const QString &text, bool selection)
             header = pageHeader(++page, document.Caption(), selection);
             printer->printLine(header);
             printer->printLine(QStringLiteral(" "));
-            SetStatusText(header);
+            ws.status.SetStatusText(header);
             counter = 2;
         }
         printer->printLine(line.toString());
@@ -77,18 +77,16 @@ void printText(const frmDoc &document, const QString &text, bool selection)
 
 } // namespace
 
-void PrintDocument()
+void PrintDocument(Workspace &workspace, frmDoc &document)
 {
-    if (frmDoc *document = CurrentDocumentWindow())
-        printText(*document, document->Text->Text(), false);
+    printText(workspace, document, document.Text->Text(), false);
 }
 
-void PrintSelection()
+void PrintSelection(Workspace &workspace, frmDoc &document)
 {
-    frmDoc *document = CurrentDocumentWindow();
     // The command is offered only with a selection; without one there is nothing to print.
-    if (document && document->Text->SelLength() > 0)
-        printText(*document, document->Text->SelText(), true);
+    if (document.Text->SelLength() > 0)
+        printText(workspace, document, document.Text->SelText(), true);
 }
 
 } // namespace pw

@@ -2,14 +2,17 @@
 
 namespace pw {
 
+class Workspace;
+class frmDoc;
+
 // Printed lines are cut hard at this many characters; a page holds the header, a blank line and
 // the lines up to this count.
 constexpr int PrintLineLength = 80;
 constexpr int PrintPageLimit = 60;
 
-// mnuFilePrint: the current document's text to the default printer, as counted lines.
-void PrintDocument();
+// mnuFilePrint: a document's text to the default printer, as counted lines.
+void PrintDocument(Workspace &workspace, frmDoc &document);
 // mnuFilePrintSelected: its selected text, each header marked " - Selected text".
-void PrintSelection();
+void PrintSelection(Workspace &workspace, frmDoc &document);
 
 } // namespace pw

@@ -4,9 +4,8 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/long_pass.h"
-#include "core/main_window.h"
-#include "core/settings_store.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "files/previous_lists.h"
 #include "files/text_file.h"
 #include "platform/message_box.h"
@@ -14,7 +13,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QToolBar>
 
 namespace pw {
 
@@ -29,13 +27,10 @@ SiteMapEntry &siteMapEntry()
     return entry;
 }
 
-bool lockFilesOn(frmMDIMain &main) { return main.options().isChecked(Option::LockFiles); }
-
 // What a cancelled or refused name leaves: the screen the dialog covered drawn again.
-void refreshAfterDialog(frmMDIMain &main)
+void refreshAfterDialog(Workspace &ws)
 {
-    main.Toolbar1->update();
-    main.slots().RefreshDocuments();
+    ws.slots.RefreshDocuments();
 }
 
 // Another open document holding the file: saving over it would leave two windows on one file,
@@ -52,47 +47,47 @@ bool heldByAnotherDocument(int slot, const QString &path)
     return false;
 }
 
-void showPermissionDenied(const QString &reason)
+void showPermissionDenied(Workspace &ws, const QString &reason)
 {
     QString text = QStringLiteral("Permission Denied!");
     if (!reason.isEmpty())
         text += LineEnd + reason;
-    MsgBox(text, MsgStyle::Exclamation, AppTitle());
+    ws.MsgBox(text, MsgStyle::Exclamation);
 }
 
 // The save dialog and the questions after it; an empty result means nothing is to be saved.
-QString chooseSaveName(frmMDIMain &main, frmDoc &doc)
+QString chooseSaveName(Workspace &ws, frmDoc &doc)
 {
     const QChar separator = QDir::separator();
-    const bool untitled = doc.Caption().startsWith(QLatin1String("Untitled"));
-    const QString defaultDir = PathLessLastComponent(History.Open, separator);
+    const bool untitled = doc.isUntitled();
+    const QString defaultDir = PathLessLastComponent(ws.history.Open, separator);
 
-    CommonDialog &dialog = main.CMDialog1;
+    CommonDialog &dialog = ws.CMDialog1;
     dialog.Filter = SaveDialogFilter;
     dialog.Flags = SaveDialogFlags;
     dialog.DefaultExt.clear();
     dialog.InitDir = defaultDir;
-    dialog.FileName = untitled ? defaultDir + QStringLiteral("Untitled") : doc.Caption();
+    dialog.FileName = untitled ? defaultDir + QStringLiteral("Untitled") : doc.state().path();
     // The shared dialog may carry an index from another filter; start at the name's own type so
     // that a plain Save As never changes an extension unasked.
-    dialog.FilterIndex = untitled ? 1 : FilterIndexForName(doc.Caption());
+    dialog.FilterIndex = untitled ? 1 : FilterIndexForName(doc.state().path());
 
     if (dialog.ShowSave() != ErrorCode::None || dialog.FileName.isEmpty()) {
-        refreshAfterDialog(main);
+        refreshAfterDialog(ws);
         return QString();
     }
     const QString path = ForceExtension(dialog.FileName, dialog.FilterIndex, separator);
 
     if (heldByAnotherDocument(doc.slot(), path)) {
-        showPermissionDenied(QStringLiteral("The file %1 is open in another window.").arg(path));
-        refreshAfterDialog(main);
+        showPermissionDenied(ws, QStringLiteral("The file %1 is open in another window.").arg(path));
+        refreshAfterDialog(ws);
         return QString();
     }
     if (QFileInfo::exists(path)) {
-        const int answer = MsgBox(path + LineEnd + QStringLiteral("Replace existing file?"),
-                                  MsgStyle::YesNo + MsgStyle::Question, AppTitle());
+        const int answer = ws.MsgBox(path + LineEnd + QStringLiteral("Replace existing file?"),
+                                     MsgStyle::YesNo + MsgStyle::Question);
         if (answer != MsgAnswer::Yes) {
-            refreshAfterDialog(main);
+            refreshAfterDialog(ws);
             return QString();
         }
     }
@@ -101,49 +96,46 @@ QString chooseSaveName(frmMDIMain &main, frmDoc &doc)
 
 // Writes the document to path and, when it worked, leaves it clean and saved. newName: the
 // document takes path as its name (a first save, or Save As to another file).
-bool writeDocument(frmMDIMain &main, frmDoc &doc, const QString &path, bool newName, const QString &status)
+bool writeDocument(Workspace &ws, frmDoc &doc, const QString &path, bool newName, const QString &status)
 {
-    DocumentSlots &slots = main.slots();
     FileHandles &handles = FileHandles::instance();
     const int slot = doc.slot();
-    const bool lockOn = lockFilesOn(main);
+    const bool lockOn = ws.options.isChecked(Option::LockFiles);
 
-    LongPass pass(status, false);
+    LongPass pass(ws, status, false);
 
     const QString text = doc.Text->Text();
-    FileFormat format = doc.fileFormat;
+    FileFormat format = doc.state().format;
     SaveResult result = saveDocumentFile(handles, slot, path, text, format, lockOn);
     if (result.failure == SaveFailure::Unencodable) {
-        HideWaitCursor();
-        const int answer = MsgBox(result.message + LineEnd + LineEnd + QStringLiteral("Save the file as UTF-8?"),
-                                  MsgStyle::YesNo + MsgStyle::Question, AppTitle());
+        pass.pauseWaitCursor();
+        const int answer = ws.MsgBox(result.message + LineEnd + LineEnd + QStringLiteral("Save the file as UTF-8?"),
+                                     MsgStyle::YesNo + MsgStyle::Question);
         if (answer != MsgAnswer::Yes)
             return false;
-        ShowWaitCursor();
+        pass.resumeWaitCursor();
         format.encoding = TextEncoding::Utf8;
         format.bom = false;
         result = saveDocumentFile(handles, slot, path, text, format, lockOn);
     }
     if (!result.ok()) {
-        HideWaitCursor();
-        showPermissionDenied(result.message);
+        pass.pauseWaitCursor();
+        showPermissionDenied(ws, result.message);
         return false;
     }
-    doc.fileFormat = format;
+    doc.state().format = format;
     if (lockOn && !handles.isLocked(slot))
         handles.lock(slot); // a lock that can't be had is not reported
 
     if (newName) {
-        doc.setCaption(path);
-        AddToSiteMap(path);
+        doc.state().setPath(path);
+        AddToSiteMap(ws, path);
     }
-    DocumentState &state = slots.state(slot);
-    state.Dirty = False;
-    state.Saved = True;
-    main.setButtonEnabled(QStringLiteral("imgFileSave"), false);
+    doc.state().setDirty(false);
+    doc.state().setSaved(true);
     if (newName) {
-        AddPreviousFile(path);
-        refreshAfterDialog(main);
+        AddPreviousFile(ws, path);
+        refreshAfterDialog(ws);
     }
     doc.Text->SetFocus();
     return true;
@@ -183,39 +175,31 @@ int FilterIndexForName(const QString &fileName)
     return 5;
 }
 
-bool SaveDocument()
+bool SaveDocument(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *doc = main ? main->slots().current() : nullptr;
-    if (!doc)
-        return false;
-    if (doc->Caption().startsWith(QLatin1String("Untitled"))) {
-        const QString path = chooseSaveName(*main, *doc);
+    if (document.isUntitled()) {
+        const QString path = chooseSaveName(workspace, document);
         if (path.isEmpty())
             return false;
-        return writeDocument(*main, *doc, path, true, QStringLiteral("Saving ") + path);
+        return writeDocument(workspace, document, path, true, QStringLiteral("Saving ") + path);
     }
-    return writeDocument(*main, *doc, doc->Caption(), false, QStringLiteral("Saving ") + doc->Caption());
+    const QString path = document.state().path();
+    return writeDocument(workspace, document, path, false, QStringLiteral("Saving ") + path);
 }
 
-bool SaveDocumentAs()
+bool SaveDocumentAs(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *doc = main ? main->slots().current() : nullptr;
-    if (!doc)
-        return false;
-    const QString path = chooseSaveName(*main, *doc);
+    const QString path = chooseSaveName(workspace, document);
     if (path.isEmpty())
         return false;
     // To its own name: a plain save, the document keeps its name and its place on the list.
-    const bool newName = path != doc->Caption();
-    return writeDocument(*main, *doc, path, newName, QStringLiteral("Saving As ") + path);
+    const bool newName = path != document.state().path();
+    return writeDocument(workspace, document, path, newName, QStringLiteral("Saving As ") + path);
 }
 
-void AddToSiteMap(const QString &path)
+void AddToSiteMap(Workspace &workspace, const QString &path)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main || !main->options().isChecked(Option::SiteMap))
+    if (!workspace.options.isChecked(Option::SiteMap))
         return;
     if (const SiteMapEntry &entry = siteMapEntry())
         entry(path);
@@ -226,29 +210,24 @@ void SetSiteMapEntry(SiteMapEntry entry)
     siteMapEntry() = std::move(entry);
 }
 
-void Form_QueryUnload(frmDoc &document, bool *cancel, int unloadMode)
+void Form_QueryUnload(Workspace &workspace, frmDoc &document, bool *cancel, int unloadMode)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    DocumentSlots &slots = main->slots();
-    const int slot = document.slot();
-    if (!slots.state(slot).Dirty)
+    if (!document.state().Dirty())
         return;
     const bool cancelOffered = unloadMode == 0 || unloadMode == 1;
     const QString question = QStringLiteral("The text in [") + document.Caption()
                              + QStringLiteral("] has changed.") + LineEnd
                              + QStringLiteral("Do you want to save the changes?");
     for (;;) {
-        const int answer = MsgBox(question, cancelOffered ? MsgStyle::YesNoCancel : MsgStyle::YesNo, AppTitle());
+        const int answer = workspace.MsgBox(question, cancelOffered ? MsgStyle::YesNoCancel : MsgStyle::YesNo);
         if (answer == MsgAnswer::Cancel && cancelOffered) {
             *cancel = true;
             return;
         }
         if (answer != MsgAnswer::Yes)
             return;
-        slots.CurrentDocument = slot;
-        if (SaveDocument())
+        workspace.slots.CurrentDocument = document.slot();
+        if (SaveDocument(workspace, document))
             return;
         // Yes, yet nothing saved: keep the window, or ask again where it can't be kept.
         if (cancelOffered) {

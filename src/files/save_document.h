@@ -7,20 +7,20 @@
 
 namespace pw {
 
+class Workspace;
 class frmDoc;
 
-// Saves the current document to its file; an untitled one first gets a name from the save
-// dialog. False when nothing was written (cancelled, refused, failed): Dirty then stays, and so
+// Saves a document to its file; an untitled one first gets a name from the save dialog. False when nothing was written (cancelled, refused, failed): Dirty then stays, and so
 // do the text and the caption.
 //
 // A failed write says "Permission Denied!" and why (read-only file or folder, full disk, folder
 // gone). A Windows-1252 document that gained characters that code page can't hold is offered a
 // save as UTF-8 instead; on No nothing is written.
-bool SaveDocument();
-// mnuFileSaveAs: the current document under a name chosen in the save dialog. To its own name it
+bool SaveDocument(Workspace &workspace, frmDoc &document);
+// mnuFileSaveAs: a document under a name chosen in the save dialog. To its own name it
 // is a plain save; to another name the document follows the new file and the old one stays as
 // it was. A name that another open document holds is refused, so two windows never share a file.
-bool SaveDocumentAs();
+bool SaveDocumentAs(Workspace &workspace, frmDoc &document);
 
 // The filter of the save dialog; entries 1 to 4 force an extension.
 inline const QString SaveDialogFilter = QStringLiteral(
@@ -37,7 +37,7 @@ int FilterIndexForName(const QString &fileName);
 
 // Enters a newly named file in the site map, when that option is on. Files can't reach the site
 // map, so the site map installs what does the entering; until it does, nothing happens.
-void AddToSiteMap(const QString &path);
+void AddToSiteMap(Workspace &workspace, const QString &path);
 using SiteMapEntry = std::function<void(const QString &path)>;
 void SetSiteMapEntry(SiteMapEntry entry);
 
@@ -49,6 +49,6 @@ void SetSiteMapEntry(SiteMapEntry entry);
 // with Cancel on offer the close is cancelled and the document stays open; at a shutdown, where
 // nothing may keep the window, the question comes again until the document is saved or the user
 // answers No.
-void Form_QueryUnload(frmDoc &document, bool *cancel, int unloadMode);
+void Form_QueryUnload(Workspace &workspace, frmDoc &document, bool *cancel, int unloadMode);
 
 } // namespace pw

@@ -3,7 +3,7 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
+#include "core/workspace.h"
 #include "files/text_file.h"
 #include "markup/tag_placement.h"
 #include "platform/file_handles.h"
@@ -87,13 +87,10 @@ QString StampValue(StampKind kind, const QDateTime &when)
     return {};
 }
 
-void PlaceStamp(StampKind kind)
+void PlaceStamp(Workspace &workspace, frmDoc &document, StampKind kind)
 {
-    frmDoc *document = CurrentDocumentWindow();
-    if (!document)
-        return;
-    EditingSurface &surface = *document->Text;
-    if (surface.SelLength() >= 1 && ConfirmSelectionReplace() != MsgAnswer::Yes)
+    EditingSurface &surface = *document.Text;
+    if (surface.SelLength() >= 1 && ConfirmSelectionReplace(workspace) != MsgAnswer::Yes)
         return;
     {
         EditingSurface::EditGroup oneStep(surface);
@@ -104,17 +101,12 @@ void PlaceStamp(StampKind kind)
     surface.SetFocus();
 }
 
-void StampDocument(int slot)
+void StampDocument(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *document = main ? main->slots().document(slot) : nullptr;
-    if (!document)
-        return;
-    EditingSurface &surface = *document->Text;
-    // The window is closing: its change events would write the panels and buttons of a document
-    // that is already gone.
+    EditingSurface &surface = *document.Text;
+    // The window is closing: its change events would reach a document that is already gone.
     const QSignalBlocker quiet(surface);
-    const QDateTime now = platform().now();
+    const QDateTime now = workspace.platform.now();
     bool changed = false;
     {
         EditingSurface::EditGroup oneStep(surface);
@@ -126,11 +118,11 @@ void StampDocument(int slot)
                 continue;
             const int endAt = surface.Find(end, at, -1, 0);
             if (endAt < 0) {
-                MsgBox(QStringLiteral("Found ") + start + QStringLiteral(" tag without ") + end
-                           + QStringLiteral(" tag!") + LineEnd + QStringLiteral("Scripting aborted!!"),
-                       MsgStyle::Exclamation, AppTitle());
+                workspace.MsgBox(QStringLiteral("Found ") + start + QStringLiteral(" tag without ") + end
+                                     + QStringLiteral(" tag!") + LineEnd + QStringLiteral("Scripting aborted!!"),
+                                 MsgStyle::Exclamation);
                 if (changed)
-                    main->slots().state(slot).Dirty = True;
+                    document.state().setDirty(true);
                 return;
             }
             const int from = at + int(start.size());
@@ -142,20 +134,16 @@ void StampDocument(int slot)
     }
     if (!changed)
         return;
-    const SaveResult saved = saveDocumentFile(FileHandles::instance(), slot, document->Caption(), surface.Text(),
-                                              document->fileFormat);
-    main->slots().state(slot).Dirty = saved.ok() ? False : True;
+    const SaveResult saved = saveDocumentFile(FileHandles::instance(), document.slot(), document.state().path(),
+                                              surface.Text(), document.state().format);
+    document.state().setDirty(!saved.ok());
 }
 
-void StampOnClose(int slot)
+void StampOnClose(Workspace &workspace, frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *document = main ? main->slots().document(slot) : nullptr;
-    if (!document)
-        return;
-    const DocumentState &state = main->slots().state(slot);
-    if (!state.Dirty && state.Saved && !document->isUntitled())
-        StampDocument(slot);
+    const DocumentState &state = document.state();
+    if (!state.Dirty() && state.Saved() && !state.isUntitled())
+        StampDocument(workspace, document);
 }
 
 } // namespace pw

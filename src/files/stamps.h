@@ -5,6 +5,9 @@
 
 namespace pw {
 
+class Workspace;
+class frmDoc;
+
 // The four marker pairs whose contents are renewed with the date or time when a saved
 // document closes.
 enum class StampKind { LongDate, ShortDate, LongTime, ShortTime };
@@ -17,10 +20,10 @@ QString StampEndMarker(StampKind kind);
 QString StampValue(StampKind kind, const QDateTime &when);
 
 // mnuAccretionLDate and its three twins: an empty marker pair at the caret, in the comment class.
-void PlaceStamp(StampKind kind);
-// The closing pass over slot's document; rewrites its file when a stamp changed.
-void StampDocument(int slot);
-// StampDocument when the document closing in slot was saved and is clean and titled.
-void StampOnClose(int slot);
+void PlaceStamp(Workspace &workspace, frmDoc &document, StampKind kind);
+// The closing pass over a document; rewrites its file when a stamp changed.
+void StampDocument(Workspace &workspace, frmDoc &document);
+// StampDocument when the closing document was saved and is clean and titled.
+void StampOnClose(Workspace &workspace, frmDoc &document);
 
 } // namespace pw

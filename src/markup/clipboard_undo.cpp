@@ -2,83 +2,59 @@
 
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
+#include "core/workspace.h"
 #include "platform/platform.h"
 
 namespace pw {
 
 namespace {
 
-EditingSurface *currentSurface()
-{
-    frmDoc *doc = CurrentDocumentWindow();
-    return doc ? doc->Text : nullptr;
-}
-
-void setCutCopyEnabled(bool enabled)
-{
-    if (frmMDIMain *main = frmMDIMain::instance()) {
-        main->setButtonEnabled(QStringLiteral("imgEditCut"), enabled);
-        main->setButtonEnabled(QStringLiteral("imgEditCopy"), enabled);
-    }
-}
-
-void copyFrom(EditingSurface &text)
+void copyFrom(Platform &platform, EditingSurface &text)
 {
     QString plain = text.SelText();
     plain.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    platform().setClipboard(plain, text.SelRTF().toUtf8());
+    platform.setClipboard(plain, text.SelRTF().toUtf8());
 }
 
 } // namespace
 
-void CopySelection()
+void CopySelection(Workspace &workspace, frmDoc &document)
 {
-    if (EditingSurface *text = currentSurface()) {
-        copyFrom(*text);
-        text->SetFocus();
-    }
+    copyFrom(workspace.platform, *document.Text);
+    document.Text->SetFocus();
 }
 
-void CutSelection()
+void CutSelection(Workspace &workspace, frmDoc &document)
 {
-    if (EditingSurface *text = currentSurface()) {
-        copyFrom(*text);
-        text->setSelText(QString());
-        text->SetFocus();
-        setCutCopyEnabled(false);
-    }
+    EditingSurface &text = *document.Text;
+    copyFrom(workspace.platform, text);
+    text.setSelText(QString());
+    text.SetFocus();
 }
 
-void PasteClipboard()
+void PasteClipboard(Workspace &workspace, frmDoc &document)
 {
-    EditingSurface *text = currentSurface();
-    if (!text)
-        return;
-    const QByteArray fragment = platform().clipboardFragment();
+    EditingSurface &text = *document.Text;
+    const QByteArray fragment = workspace.platform.clipboardFragment();
     if (!fragment.isEmpty()) {
-        text->setSelRTF(QString::fromUtf8(fragment));
+        text.setSelRTF(QString::fromUtf8(fragment));
     } else {
-        ApplyClassFont(*text, false);
-        text->setSelText(platform().clipboardText());
+        ApplyClassFont(text, false);
+        text.setSelText(workspace.platform.clipboardText());
     }
-    text->SetFocus();
-    setCutCopyEnabled(false);
+    text.SetFocus();
 }
 
-void UndoEdit()
+void UndoEdit(frmDoc &document)
 {
-    if (EditingSurface *text = currentSurface())
-        text->Undo();
+    document.Text->Undo();
 }
 
-void SelectAllText()
+void SelectAllText(frmDoc &document)
 {
-    if (EditingSurface *text = currentSurface()) {
-        text->setSelStart(0);
-        text->setSelLength(text->TextLength());
-        setCutCopyEnabled(true);
-    }
+    EditingSurface &text = *document.Text;
+    text.setSelStart(0);
+    text.setSelLength(text.TextLength());
 }
 
 } // namespace pw

@@ -4,13 +4,13 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/long_pass.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
+#include "core/status_presenter.h"
+#include "core/workspace.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QTextDocument>
 
 #include <exception>
@@ -19,8 +19,6 @@
 namespace pw {
 
 namespace {
-
-QList<CommentSpan> g_commentSpans;
 
 // A failure of the pass, reported by the message box at its end.
 struct PassFailure {
@@ -53,8 +51,8 @@ template<typename F> void uppercaseOutsideQuotes(QChar *begin, QChar *end, F &&c
 class Walker
 {
 public:
-    Walker(EditingSurface &surface, const TagWalk &walk)
-        : m_surface(surface), m_walk(walk), m_text(surfaceText(surface))
+    Walker(EditingSurface &surface, const TagWalk &walk, Platform &platform, LongPass *pass)
+        : m_surface(surface), m_walk(walk), m_platform(platform), m_pass(pass), m_text(surfaceText(surface))
     {
         m_watch = QObject::connect(surface.document(), &QTextDocument::contentsChange, &surface,
                                    [this] { m_changedOutside = m_changedOutside || !m_applying; });
@@ -64,12 +62,12 @@ public:
     Walker(const Walker &) = delete;
     Walker &operator=(const Walker &) = delete;
 
-    WalkEnd run()
+    WalkResult run()
     {
         try {
             const WalkEnd end = walk();
             flush();
-            return end;
+            return {end, std::move(m_comments)};
         } catch (...) {
             flush(); // what was done stays done
             throw;
@@ -81,8 +79,7 @@ private:
 
     WalkEnd walk()
     {
-        g_commentSpans.clear();
-        EscapePressed(); // an old press doesn't count
+        escapePressed(); // an old press doesn't count
         bool aborted = false;
 
         const QLatin1String open("<!--"), close("-->");
@@ -97,7 +94,7 @@ private:
             }
             if (m_walk.commentFont)
                 queueFont(int(pos), int(end - pos + 3), m_walk.commentFont);
-            g_commentSpans.append({int(pos), int(end + 2)});
+            m_comments.append({int(pos), int(end + 2)});
             pos = m_text.indexOf(open, qMax<qsizetype>(0, end - m_walk.nextCommentBack));
             aborted = poll();
         }
@@ -108,12 +105,13 @@ private:
         int tagStart = upTo(QLatin1Char('<'), 0);
         while (tagStart != lastTagStart && !aborted) {
             const int length = int(m_text.size());
-            m_progress.step(tagStart, length);
-            while (span < g_commentSpans.size() && g_commentSpans[span].CommentEnd < tagStart)
+            if (m_pass)
+                m_pass->step(tagStart, length);
+            while (span < m_comments.size() && m_comments[span].CommentEnd < tagStart)
                 ++span;
             int caret;
-            if (span < g_commentSpans.size() && g_commentSpans[span].CommentStart <= tagStart) {
-                caret = g_commentSpans[span].CommentEnd;
+            if (span < m_comments.size() && m_comments[span].CommentStart <= tagStart) {
+                caret = m_comments[span].CommentEnd;
             } else {
                 const int tagEnd = upTo(QLatin1Char('>'), tagStart);
                 const int tagLength = qMin(tagEnd - tagStart + 1, length - tagStart);
@@ -198,7 +196,7 @@ private:
     {
         if (m_sinceFlush.elapsed() >= 20)
             flush();
-        const bool escape = EscapePressed();
+        const bool escape = escapePressed();
         if (m_changedOutside) {
             // A rewrite goes in only where its letters still stand.
             m_pending.removeIf([this](const Edit &e) {
@@ -212,6 +210,8 @@ private:
         }
         return escape;
     }
+
+    bool escapePressed() { return m_pass ? m_pass->escapePressed() : m_platform.escapePressed(); }
 
     void flush()
     {
@@ -227,22 +227,19 @@ private:
 
     EditingSurface &m_surface;
     const TagWalk &m_walk;
+    Platform &m_platform;
+    LongPass *m_pass;
     QString m_text;
+    QList<CommentSpan> m_comments;
     QList<Edit> m_pending;
     QElapsedTimer m_sinceFlush;
     QMetaObject::Connection m_watch;
     int m_lastFont = -1; // the last font range queued, while it can still grow
     bool m_applying = false;
     bool m_changedOutside = false;
-    ProgressStrip m_progress{false}; // the pass shows the strip
 };
 
 } // namespace
-
-const QList<CommentSpan> &CommentSpans()
-{
-    return g_commentSpans;
-}
 
 QString UppercaseOutsideQuotes(const QString &text)
 {
@@ -251,138 +248,114 @@ QString UppercaseOutsideQuotes(const QString &text)
     return out;
 }
 
-bool &HighlightOpenDocuments()
+WalkResult WalkTags(EditingSurface &text, const TagWalk &walk, Platform &platform, LongPass *pass)
 {
-    static bool answer = false;
-    return answer;
-}
-
-bool HighlightOn()
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    return main && main->options().isChecked(Option::Highlight);
-}
-
-WalkEnd WalkTags(EditingSurface &text, const TagWalk &walk)
-{
-    return Walker(text, walk).run();
+    return Walker(text, walk, platform, pass).run();
 }
 
 namespace {
 
-struct ClassFonts {
-    FontClass text, html, comment;
-};
-
-// The colouring pass on one surface; `document` is null for the preview.
-void colourPass(EditingSurface &text, const ClassFonts &fonts, frmDoc *document, const QString &caption)
+QString failureMessage(const PassFailure &failure, const QString &caption)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    g_commentSpans.clear();
+    QStringList lines;
+    if (failure.number == InvalidPropertyValue)
+        lines << caption << failure.description << QStringLiteral("Error while hightlighting HTML tags!!")
+              << QStringLiteral("More then likely you have an open ended tag.")
+              << QStringLiteral("Check your document carefully where the") << QStringLiteral("highlighting ended.");
+    else
+        lines << QStringLiteral("An unforseen error was encountered!")
+              << QStringLiteral("The error is ") + failure.description
+              << QStringLiteral("Check your document carefully where the")
+              << QStringLiteral("highlighting ended.  More than likely")
+              << QStringLiteral("something in your document caused this error.");
+    return lines.join(LineEnd);
+}
+
+// The colouring pass on one surface; `document` is null for the preview, which shows nothing of
+// a pass and touches no document state.
+void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, frmDoc *document, const QString &caption)
+{
     text.setVisible(true);
     text.Refresh();
-    if (!HighlightOn())
+    if (!ws.options.isChecked(Option::Highlight))
         return;
 
-    const bool preview = !document;
-    qint16 dirty = 0;
-    if (!preview) {
-        SetStatusText(QStringLiteral("Highlighting HTML tags...Hit ESC to abort."));
-        dirty = main->slots().state(document->slot()).Dirty;
-        QApplication::setOverrideCursor(Qt::BusyCursor);
-    }
+    const QPointer<frmDoc> owner(document);
+    const bool dirty = document && document->state().Dirty();
+    std::optional<LongPass> pass;
+    if (document)
+        pass.emplace(ws, QStringLiteral("Highlighting HTML tags...Hit ESC to abort."));
     const int caret = text.SelStart();
 
     std::optional<PassFailure> failure;
     {
         EditingSurface::EventBatch oneEvent(text);
-        ProgressStrip strip(!preview);
         TagWalk walk;
         walk.commentFont = &fonts.comment;
         walk.tagFont = &fonts.html;
-        walk.uppercase = main && main->options().isChecked(Option::UHTML);
+        walk.uppercase = ws.options.isChecked(Option::UHTML);
         try {
             EditingSurface::EditGroup oneStep(text);
-            if (WalkTags(text, walk) == WalkEnd::UnclosedComment)
+            if (WalkTags(text, walk, ws.platform, pass ? &*pass : nullptr).end == WalkEnd::UnclosedComment)
                 failure = PassFailure{InvalidPropertyValue, QStringLiteral("Invalid property value")};
         } catch (const std::exception &e) {
             failure = PassFailure{0, QString::fromLocal8Bit(e.what())};
         }
-
         if (failure) {
-            QStringList lines;
-            if (failure->number == InvalidPropertyValue)
-                lines << caption << failure->description << QStringLiteral("Error while hightlighting HTML tags!!")
-                      << QStringLiteral("More then likely you have an open ended tag.")
-                      << QStringLiteral("Check your document carefully where the") << QStringLiteral("highlighting ended.");
-            else
-                lines << QStringLiteral("An unforseen error was encountered!")
-                      << QStringLiteral("The error is ") + failure->description
-                      << QStringLiteral("Check your document carefully where the")
-                      << QStringLiteral("highlighting ended.  More than likely")
-                      << QStringLiteral("something in your document caused this error.");
-            MsgBox(lines.join(LineEnd), MsgStyle::OkOnly + MsgStyle::Exclamation, AppTitle());
+            if (pass)
+                pass->pauseWaitCursor();
+            ws.MsgBox(failureMessage(*failure, caption), MsgStyle::OkOnly + MsgStyle::Exclamation);
         }
-
         text.setSelLength(0);
         text.setSelStart(caret);
         text.setSelFont(fonts.text);
     }
-    if (!preview) {
-        main->slots().state(document->slot()).Dirty = dirty;
-        QApplication::restoreOverrideCursor();
-    }
-    ClearStatusText();
+    if (owner)
+        owner->state().setDirty(dirty);
 }
 
 } // namespace
 
-void HighlightDocument(frmDoc &document)
+void HighlightDocument(Workspace &workspace, frmDoc &document)
 {
-    colourPass(*document.Text, ClassFonts{TextFont, HtmlFont, CommentFont}, &document, document.Caption());
+    colourPass(workspace, *document.Text, workspace.fonts, &document, document.Caption());
 }
 
-void HighlightPreview(EditingSurface &sample, const FontClass &textFont, const FontClass &htmlFont,
-                      const FontClass &commentFont, const QString &caption)
+void HighlightPreview(Workspace &workspace, EditingSurface &sample, const ClassFonts &fonts, const QString &caption)
 {
-    colourPass(sample, ClassFonts{textFont, htmlFont, commentFont}, nullptr, caption);
+    colourPass(workspace, sample, fonts, nullptr, caption);
 }
 
-void ToggleHighlighting()
+void ToggleHighlighting(Workspace &ws)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    Options &options = main->options();
-    DocumentSlots &slots = main->slots();
+    Options &options = ws.options;
     options.toggle(Option::Highlight);
     const bool on = options.isChecked(Option::Highlight);
-    if (on && slots.AnyDocumentOpen()) {
-        switch (MsgBox(QStringLiteral("Highlight open documents?"), MsgStyle::YesNoCancel + MsgStyle::Exclamation,
-                       AppTitle())) {
-        case MsgAnswer::Yes: HighlightOpenDocuments() = true; break;
-        case MsgAnswer::No: HighlightOpenDocuments() = false; break;
+    if (on && ws.AnyDocumentOpen()) {
+        switch (ws.MsgBox(QStringLiteral("Highlight open documents?"), MsgStyle::YesNoCancel + MsgStyle::Exclamation)) {
+        case MsgAnswer::Yes: ws.HighlightOpenDocuments = true; break;
+        case MsgAnswer::No: ws.HighlightOpenDocuments = false; break;
         default:
             options.toggle(Option::Highlight);
             return;
         }
     }
-    for (int slot : slots.openSlots()) {
-        frmDoc *document = slots.document(slot);
+    for (int slot : ws.slots.openSlots()) {
+        frmDoc *document = ws.slots.document(slot);
         EditingSurface &text = *document->Text;
-        const qint16 dirty = slots.state(slot).Dirty;
+        const bool dirty = document->state().Dirty();
         if (!on) {
             const int caret = text.SelStart();
-            text.formatRange(0, text.TextLength(), TextFont);
+            text.formatRange(0, text.TextLength(), ws.fonts.text);
             text.setSelStart(caret);
             ApplyClassFont(text, false);
-        } else if (HighlightOpenDocuments()) {
-            HighlightDocument(*document);
+        } else if (ws.HighlightOpenDocuments) {
+            HighlightDocument(ws, *document);
         }
-        slots.state(slot).Dirty = dirty;
+        document->state().setDirty(dirty);
     }
-    if (slots.AnyDocumentOpen())
-        if (frmDoc *current = slots.current())
+    if (ws.AnyDocumentOpen())
+        if (frmDoc *current = ws.current())
             current->Text->SetFocus();
 }
 

@@ -6,7 +6,11 @@
 namespace pw {
 
 class EditingSurface;
+class LongPass;
+class Platform;
+class Workspace;
 class frmDoc;
+struct ClassFonts;
 struct FontClass;
 
 // A comment as the last pass found it: the "<" of "<!--" and the ">" of "-->".
@@ -15,33 +19,23 @@ struct CommentSpan {
     int CommentEnd = 0;
 };
 
-// The comments of the last whole-document pass (colouring or case conversion), in text order.
-const QList<CommentSpan> &CommentSpans();
-
 // Gives every comment the comment font and every tag the tag font, and with the uppercase option
 // also rewrites tags outside quoted values. Keeps the caret and the document's Dirty flag; Escape
 // ends it early, leaving what is done coloured.
-void HighlightDocument(frmDoc &document);
+void HighlightDocument(Workspace &workspace, frmDoc &document);
 
 // The same pass on a sample surface with the given classes, as the font and colour dialog shows
 // it: no status text, progress strip or wait cursor, and no document state is touched. `caption`
 // heads the message of an unclosed comment.
-void HighlightPreview(EditingSurface &sample, const FontClass &textFont, const FontClass &htmlFont,
-                      const FontClass &commentFont, const QString &caption);
+void HighlightPreview(Workspace &workspace, EditingSurface &sample, const ClassFonts &fonts, const QString &caption);
 
 // Upper case outside double-quoted values; the length never changes.
 QString UppercaseOutsideQuotes(const QString &text);
 
-// The checked state of the highlighting option (mnuOptionHTML).
-bool HighlightOn();
-
-// The answer to "Highlight open documents?" (false at the start). The activation handler of the
-// main window reads and sets it too.
-bool &HighlightOpenDocuments();
-
 // The action of mnuOptionHTML: flips the option, asks "Highlight open documents?" when turning it
-// on with documents open, and colours or uncolours them.
-void ToggleHighlighting();
+// on with documents open, and colours or uncolours them. The answer stays in the workspace, where
+// the activation handler of the main window reads and sets it too.
+void ToggleHighlighting(Workspace &workspace);
 
 // --- The walk both whole-document passes share -------------------------------------------------
 
@@ -55,8 +49,13 @@ struct TagWalk {
 
 enum class WalkEnd { Done, Escaped, UnclosedComment };
 
+struct WalkResult {
+    WalkEnd end = WalkEnd::Done;
+    QList<CommentSpan> comments; // in text order
+};
+
 // Walks comments then tags of the surface, as both passes do; polls Escape once before and once
-// per round, and sets the progress strip's value. Fills CommentSpans().
-WalkEnd WalkTags(EditingSurface &text, const TagWalk &walk);
+// per round through pass (or the platform, without one), and sets the pass's progress.
+WalkResult WalkTags(EditingSurface &text, const TagWalk &walk, Platform &platform, LongPass *pass = nullptr);
 
 } // namespace pw

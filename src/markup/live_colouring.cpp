@@ -3,87 +3,43 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
-#include "core/status_line.h"
-#include "markup/highlighter.h"
+#include "core/workspace.h"
 
-#include <QApplication>
-#include <QLabel>
+#include <QIcon>
 #include <QMenu>
-#include <QPainter>
-#include <QPixmap>
 
 namespace pw {
 
 namespace {
 
+constexpr int KeyBackspace = 8;
 constexpr int KeyTab = 9;
 constexpr int KeyEscape = 27;
 constexpr int KeyBang = 33;
 constexpr int KeyLess = 60;
 constexpr int KeyGreater = 62;
 
-// The two window icons that flip at each hundredth character. They live as long as the main
-// window, so their pixmaps never outlast the application.
-class ChangeIcons : public QObject
-{
-public:
-    explicit ChangeIcons(QObject *parent) : QObject(parent)
-    {
-        setObjectName(QStringLiteral("changeIcons"));
-    }
-    QIcon hundred = square(QColor(0x2e, 0x7d, 0x32));
-    QIcon other = square(QColor(0x15, 0x65, 0xc0));
-
-    static ChangeIcons &of(frmMDIMain &main)
-    {
-        auto *icons = main.findChild<ChangeIcons *>(QStringLiteral("changeIcons"), Qt::FindDirectChildrenOnly);
-        return icons ? *icons : *new ChangeIcons(&main);
-    }
-
-private:
-    static QIcon square(const QColor &color)
-    {
-        QPixmap pixmap(16, 16);
-        pixmap.fill(Qt::transparent);
-        QPainter p(&pixmap);
-        p.fillRect(2, 2, 12, 12, color);
-        return QIcon(pixmap);
-    }
-};
-
-// VB's Val: leading blanks skipped, digits up to the first other character.
-int leadingNumber(const QString &text)
-{
-    int value = 0;
-    for (QChar c : text) {
-        if (c == QLatin1Char(' '))
-            continue;
-        if (!c.isDigit())
-            break;
-        value = value * 10 + c.digitValue();
-    }
-    return value;
-}
-
-QString lineTextAt(EditingSurface &text, int position)
-{
-    return LineText(text.GetLineFromChar(position) + 1);
-}
+// The window icon a document shows at each hundredth character, and the one it flips back to.
+const char *const HundredIcon = ":/icons/document_hundred.svg";
+const char *const ChangedIcon = ":/icons/document_changed.svg";
+const char *const ShowsHundred = "showsHundredIcon";
 
 } // namespace
 
-void text_KeyPress(frmDoc &document, int *keyAscii)
+void text_KeyPress(Workspace &workspace, frmDoc &document, int *keyAscii)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
     EditingSurface &text = *document.Text;
-    int &memory = main->slots().ActivationSelStart;
-    const bool highlightOn = HighlightOn();
+    int &memory = workspace.slots.ActivationSelStart;
+    const bool highlightOn = workspace.options.isChecked(Option::Highlight);
 
-    if (text.SelLength() >= 1 && *keyAscii != KeyEscape)
+    if (text.SelLength() >= 1 && *keyAscii != KeyEscape) {
         text.setSelText(QString());
+        // What Backspace deletes is the selection, nothing more.
+        if (*keyAscii == KeyBackspace) {
+            *keyAscii = 0;
+            return;
+        }
+    }
     if (*keyAscii == KeyTab) {
         text.setSelText(QStringLiteral("    "));
         *keyAscii = 0;
@@ -93,7 +49,7 @@ void text_KeyPress(frmDoc &document, int *keyAscii)
         // Opening a comment: the "<" in front turns comment, and what follows takes its font.
         const int caret = text.SelStart();
         if (caret > 0) {
-            text.formatRange(caret - 1, 1, CommentFont);
+            text.formatRange(caret - 1, 1, text.classFonts().comment);
             ApplyCommentFont(text);
         }
         document.LastKeyAscii = qint16(*keyAscii);
@@ -130,50 +86,16 @@ void text_KeyPress(frmDoc &document, int *keyAscii)
 
 void Text_Change(frmDoc &document)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    EditingSurface &text = *document.Text;
-    const int length = text.TextLength();
-    if (const int slot = document.slot(); slot >= 1 && slot <= main->slots().count())
-        main->slots().state(slot).Dirty = True;
-    main->setButtonEnabled(QStringLiteral("imgFileSave"), true);
-    main->Panel3->setText(SizeText(length));
-    main->Panel2->setText(lineTextAt(text, text.SelStart() + 1));
-    if (!main->Panel1->text().isEmpty())
-        main->Panel1->clear();
-    main->setButtonEnabled(QStringLiteral("imgUndo"), text.CanUndo());
-
-    ChangeIcons &icons = ChangeIcons::of(*main);
-    if (document.windowIcon().cacheKey() == icons.hundred.cacheKey())
-        document.setWindowIcon(icons.other);
-    if (length % 100 == 0 && length > 99)
-        document.setWindowIcon(icons.hundred);
-}
-
-void Text_KeyDown(frmDoc &document)
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    EditingSurface &text = *document.Text;
-    if (!main || text.SelStart() == 0)
-        return;
-    const int shown = leadingNumber(main->Panel2->text().mid(6));
-    if (shown != text.GetLineFromChar(text.SelStart()) + 1)
-        main->Panel2->setText(lineTextAt(text, text.SelStart() + 1));
-}
-
-void Text_SelChange(frmDoc &document)
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    if (!main)
-        return;
-    const bool selected = document.Text->SelLength() >= 1;
-    main->setButtonEnabled(QStringLiteral("imgEditCut"), selected);
-    main->setButtonEnabled(QStringLiteral("imgEditCopy"), selected);
-    // The line panel follows every caret move of the document in front (a click, the template's
-    // caret), not only changes and keys; a pass moving another document's caret leaves it alone.
-    if (main->activeDocument() == &document)
-        main->Panel2->setText(lineTextAt(*document.Text, document.Text->SelStart() + 1));
+    document.state().setDirty(true);
+    const int length = document.Text->TextLength();
+    if (document.property(ShowsHundred).toBool()) {
+        document.setWindowIcon(QIcon(QLatin1String(ChangedIcon)));
+        document.setProperty(ShowsHundred, false);
+    }
+    if (length % 100 == 0 && length > 99) {
+        document.setWindowIcon(QIcon(QLatin1String(HundredIcon)));
+        document.setProperty(ShowsHundred, true);
+    }
 }
 
 void Text_MouseUp(frmDoc &document, int button, int, int x, int y)
@@ -186,11 +108,10 @@ void Text_MouseUp(frmDoc &document, int button, int, int x, int y)
     }
 }
 
-void Text_GotFocus(frmDoc &)
+void Text_GotFocus(Workspace &workspace)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    if (main && main->options().isChecked(Option::Toolbar) && main->markupToolsHidden())
-        main->SetMarkupToolsHidden(false);
+    if (workspace.options.isChecked(Option::Toolbar) && workspace.markupToolsHidden())
+        workspace.SetMarkupToolsHidden(false);
 }
 
 } // namespace pw

@@ -2,21 +2,21 @@
 
 namespace pw {
 
+class Workspace;
 class frmDoc;
 
 // The edit events of a document's surface. Colouring while typing is driven from the key press:
-// the caret's font is set before the character goes in, so the character takes it.
+// the caret's font is set before the character goes in, so the character takes it. The panels and
+// the buttons follow the document in front by themselves (the status presenter, updateActions).
 
-// Before a typed character reaches the surface; *keyAscii = 0 drops it.
-void text_KeyPress(frmDoc &document, int *keyAscii);
-// Any change of text or format: dirty flag, save and undo buttons, size and line panels, icon.
+// Before a typed character reaches the surface; *keyAscii = 0 drops it. A key over a selection
+// deletes the selection first; Backspace then stops there, as Delete does.
+void text_KeyPress(Workspace &workspace, frmDoc &document, int *keyAscii);
+// A change of the text: the document is dirty, and its icon flips at each hundredth character.
 void Text_Change(frmDoc &document);
-// Every key going down, with the caret where it was: keeps the line panel right.
-void Text_KeyDown(frmDoc &document);
-// Cut and copy buttons; the line panel for the document in front.
-void Text_SelChange(frmDoc &document);
 // The right button opens the document's Edit menu at the mouse (x, y in twips).
 void Text_MouseUp(frmDoc &document, int button, int shift, int x, int y);
-void Text_GotFocus(frmDoc &document);
+// The surface took the focus: the markup tools come back if they were put away.
+void Text_GotFocus(Workspace &workspace);
 
 } // namespace pw

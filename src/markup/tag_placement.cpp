@@ -3,44 +3,28 @@
 #include "core/app_state.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
+#include "core/workspace.h"
 #include "platform/message_box.h"
-#include "platform/platform.h"
 
 namespace pw {
 
-namespace {
-
-bool highlightOn(frmMDIMain *main)
+void PlaceSingleTag(Workspace &workspace, frmDoc &document, const QString &text)
 {
-    return main->options().isChecked(Option::Highlight);
-}
-
-} // namespace
-
-void PlaceSingleTag(const QString &text)
-{
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *doc = main ? main->slots().current() : nullptr;
-    if (!doc)
-        return;
-    EditingSurface &surface = *doc->Text;
-    if (highlightOn(main))
+    EditingSurface &surface = *document.Text;
+    const bool colour = workspace.options.isChecked(Option::Highlight);
+    if (colour)
         ApplyClassFont(surface, true);
     surface.setSelText(text);
-    if (highlightOn(main))
+    if (colour)
         ApplyClassFont(surface, false);
 }
 
-void PlacePairedTag(const QString &tag, bool separateLines, const std::optional<QString> &attributes)
+void PlacePairedTag(Workspace &workspace, frmDoc &document, const QString &tag, bool separateLines,
+                    const std::optional<QString> &attributes)
 {
-    frmMDIMain *main = frmMDIMain::instance();
-    frmDoc *doc = main ? main->slots().current() : nullptr;
-    if (!doc)
-        return;
-    EditingSurface &surface = *doc->Text;
-    EditingSurface &scratch = *main->Text;
-    const bool colour = highlightOn(main);
+    EditingSurface &surface = *document.Text;
+    EditingSurface &scratch = workspace.scratch;
+    const bool colour = workspace.options.isChecked(Option::Highlight);
 
     scratch.setText(QString());
     QString startTag = QLatin1Char('<') + tag;
@@ -78,20 +62,19 @@ void PlacePairedTag(const QString &tag, bool separateLines, const std::optional<
     surface.SetFocus();
 }
 
-int ConfirmSelectionReplace()
+int ConfirmSelectionReplace(Workspace &workspace)
 {
-    return MsgBox(QStringLiteral("Highlighted text will be replaced!") + LineEnd + QStringLiteral("Continue?"),
-                  MsgStyle::YesNo + MsgStyle::Exclamation, AppTitle());
+    return workspace.MsgBox(QStringLiteral("Highlighted text will be replaced!") + LineEnd + QStringLiteral("Continue?"),
+                            MsgStyle::YesNo + MsgStyle::Exclamation);
 }
 
-bool SelectionMayBeReplaced()
+bool SelectionMayBeReplaced(Workspace &workspace, frmDoc &document)
 {
-    frmDoc *doc = CurrentDocumentWindow();
-    if (!doc || doc->Text->SelLength() < 1)
+    if (document.Text->SelLength() < 1)
         return true;
-    if (ConfirmSelectionReplace() == MsgAnswer::Yes)
+    if (ConfirmSelectionReplace(workspace) == MsgAnswer::Yes)
         return true;
-    doc->Text->SetFocus();
+    document.Text->SetFocus();
     return false;
 }
 

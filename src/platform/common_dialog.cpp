@@ -15,7 +15,7 @@ QList<CommonDialog::FilterEntry> CommonDialog::parseFilter(const QString &filter
 
 ErrorCode CommonDialog::show(Kind kind)
 {
-    return platform().showCommonDialog(kind, *this);
+    return (m_platform ? *m_platform : platform()).showCommonDialog(kind, *this);
 }
 
 } // namespace pw

@@ -7,12 +7,17 @@
 
 namespace pw {
 
+class Platform;
+
 // CMDialog1: the shared open, save, colour, font and help dialog. Callers set its fields, call a
 // Show...() and read the fields back; a cancelled dialog reports ErrorCode::Cancel.
 class CommonDialog
 {
 public:
     enum class Kind { Open, Save, Color, Font, Help };
+
+    // Shown through platform, or through the installed one when none is given.
+    explicit CommonDialog(Platform *platform = nullptr) : m_platform(platform) {}
 
     QString DialogTitle;
     // "Description|pattern;pattern|Description|pattern..." as the callers write it.
@@ -46,6 +51,8 @@ public:
 
 private:
     ErrorCode show(Kind kind);
+
+    Platform *m_platform;
 };
 
 } // namespace pw

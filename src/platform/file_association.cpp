@@ -112,11 +112,11 @@ QByteArray mimeAppsWithDefault(const QByteArray &existing)
     return (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
 }
 
-void refreshCache(const QString &tool, const QString &dir)
+void refreshCache(Platform &platform, const QString &tool, const QString &dir)
 {
     const QString program = QStandardPaths::findExecutable(tool);
     if (!program.isEmpty())
-        platform().startProgram(program, {dir});
+        platform.startProgram(program, {dir});
 }
 
 } // namespace
@@ -130,7 +130,7 @@ AssociationFiles associationFiles()
             data + QStringLiteral("/icons/hicolor/scalable/apps/pagewright.svg")};
 }
 
-bool AssociateFiles()
+bool AssociateFiles(Platform &platform)
 {
     const AssociationFiles files = associationFiles();
     bool ok = writeFile(files.desktopFile, desktopEntry());
@@ -147,8 +147,8 @@ bool AssociateFiles()
     ok = writeFile(files.mimeApps, mimeAppsWithDefault(existing)) && ok;
 
     // The caches are a courtesy to the desktop; a run that fails leaves the files in place.
-    refreshCache(QStringLiteral("update-desktop-database"), QFileInfo(files.desktopFile).absolutePath());
-    refreshCache(QStringLiteral("update-mime-database"),
+    refreshCache(platform, QStringLiteral("update-desktop-database"), QFileInfo(files.desktopFile).absolutePath());
+    refreshCache(platform, QStringLiteral("update-mime-database"),
                  QFileInfo(QFileInfo(files.mimePackage).absolutePath()).absolutePath());
     return ok;
 }

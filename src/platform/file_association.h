@@ -4,6 +4,8 @@
 
 namespace pw {
 
+class Platform;
+
 // Where the association of the HTML file types lives for this user.
 struct AssociationFiles {
     QString desktopFile; // <data>/applications/pagewright.desktop
@@ -17,6 +19,6 @@ AssociationFiles associationFiles();
 // binary, the default for text/html, a glob for .shtml and the icon. Overwrites an earlier association
 // and keeps the other defaults. Refreshes the desktop's caches when their tools are installed.
 // Reports nothing; false when a file could not be written.
-bool AssociateFiles();
+bool AssociateFiles(Platform &platform);
 
 } // namespace pw

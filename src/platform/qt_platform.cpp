@@ -22,11 +22,12 @@ namespace pw {
 
 // While escapePressed() gives the queue a turn, Escape is recorded and other user input is held
 // back and posted again afterwards, so that a long pass is not re-entered by typing and nothing
-// typed during it is lost.
+// typed during it is lost. A box that opened after the pass began takes its input as usual.
 class EscapeFilter : public QObject
 {
 public:
     bool pumping = false;
+    QPointer<QWidget> modalAtStart; // the modal window that stood when the pumping began
     bool escape = false;
     struct Held {
         QPointer<QObject> receiver;
@@ -34,8 +35,18 @@ public:
     };
     std::vector<Held> held;
 
+    bool boxOpenedSince(QObject *watched) const
+    {
+        QWidget *modal = QApplication::activeModalWidget();
+        if (!modal || modal == modalAtStart || !watched->isWidgetType())
+            return false;
+        return static_cast<QWidget *>(watched)->window() == modal;
+    }
+
     bool eventFilter(QObject *watched, QEvent *event) override
     {
+        if (pumping && boxOpenedSince(watched))
+            return false;
         switch (event->type()) {
         case QEvent::KeyPress:
             if (static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
@@ -88,7 +99,7 @@ QtPlatform::~QtPlatform()
         qApp->removeEventFilter(m_escape.get());
 }
 
-int QtPlatform::msgBox(const QString &text, int style, const QString &title)
+int QtPlatform::showMessage(const QString &text, int style, const QString &title)
 {
     QMessageBox box(QApplication::activeWindow());
     box.setWindowTitle(title);
@@ -132,7 +143,7 @@ static QString qtFilter(const CommonDialog &dialog, QStringList *all)
     return all->value(qBound(0, dialog.FilterIndex - 1, int(all->size()) - 1));
 }
 
-ErrorCode QtPlatform::showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog)
+ErrorCode QtPlatform::showDialog(CommonDialog::Kind kind, CommonDialog &dialog)
 {
     QWidget *parent = QApplication::activeWindow();
     switch (kind) {
@@ -190,6 +201,7 @@ bool QtPlatform::escapePressed()
     // every 30 ms.
     if (m_sincePump.elapsed() >= 30) {
         m_escape->pumping = true;
+        m_escape->modalAtStart = QApplication::activeModalWidget();
         QCoreApplication::processEvents();
         m_escape->pumping = false;
         m_escape->repost();
@@ -226,6 +238,11 @@ void QtPlatform::setClipboard(const QString &text, const QByteArray &fragment)
     if (!fragment.isEmpty())
         data->setData(fragmentMimeType(), fragment);
     QGuiApplication::clipboard()->setMimeData(data);
+}
+
+void QtPlatform::watchClipboard(QObject *context, std::function<void()> changed)
+{
+    QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, context, std::move(changed));
 }
 
 namespace {
@@ -282,23 +299,6 @@ bool QtPlatform::startProgram(const QString &program, const QStringList &argumen
     if (program.isEmpty())
         return false;
     return QProcess::startDetached(program, arguments);
-}
-
-// The installed platform.
-static Platform *g_platform = nullptr;
-
-Platform &platform()
-{
-    if (!g_platform) {
-        static QtPlatform real;
-        g_platform = &real;
-    }
-    return *g_platform;
-}
-
-void setPlatform(Platform *p)
-{
-    g_platform = p;
 }
 
 } // namespace pw

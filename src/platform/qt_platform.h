@@ -17,18 +17,21 @@ public:
     QtPlatform();
     ~QtPlatform() override;
 
-    int msgBox(const QString &text, int style, const QString &title) override;
-    ErrorCode showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog) override;
     bool escapePressed() override;
     QDateTime now() override;
     QString clipboardText() override;
     QByteArray clipboardFragment() override;
     void setClipboard(const QString &text, const QByteArray &fragment) override;
+    void watchClipboard(QObject *context, std::function<void()> changed) override;
     std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) override;
     bool startProgram(const QString &program, const QStringList &arguments) override;
 
     // The MIME type under which a formatted fragment travels on the clipboard.
     static QString fragmentMimeType();
+
+protected:
+    int showMessage(const QString &text, int style, const QString &title) override;
+    ErrorCode showDialog(CommonDialog::Kind kind, CommonDialog &dialog) override;
 
 private:
     std::unique_ptr<EscapeFilter> m_escape;

@@ -6,9 +6,11 @@
 
 namespace pw {
 
-int ScriptedPlatform::msgBox(const QString &text, int style, const QString &title)
+int ScriptedPlatform::showMessage(const QString &text, int style, const QString &title)
 {
     messages.append({text, style, title});
+    if (onMessage)
+        onMessage(messages.last());
     if (!answers.isEmpty())
         return answers.dequeue();
     // A question asked again and again with nothing scripted would hang the test: stop it loudly.
@@ -36,7 +38,7 @@ void ScriptedPlatform::cancelDialog()
     dialogs.enqueue([](CommonDialog::Kind, CommonDialog &) { return ErrorCode::Cancel; });
 }
 
-ErrorCode ScriptedPlatform::showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog)
+ErrorCode ScriptedPlatform::showDialog(CommonDialog::Kind kind, CommonDialog &dialog)
 {
     dialogsShown.append(kind);
     if (dialogs.isEmpty())
@@ -56,6 +58,26 @@ void ScriptedPlatform::setClipboard(const QString &text, const QByteArray &fragm
 {
     clipText = text;
     clipFragment = fragment;
+    clipboardChanged();
+}
+
+void ScriptedPlatform::copyFromElsewhere(const QString &text)
+{
+    setClipboard(text, {});
+}
+
+void ScriptedPlatform::watchClipboard(QObject *context, std::function<void()> changed)
+{
+    m_clipboardWatchers.append({context, std::move(changed)});
+}
+
+void ScriptedPlatform::clipboardChanged()
+{
+    m_clipboardWatchers.removeIf([](const Watcher &w) { return !w.context; });
+    const QList<Watcher> watchers = m_clipboardWatchers;
+    for (const Watcher &w : watchers)
+        if (w.context)
+            w.changed();
 }
 
 namespace {

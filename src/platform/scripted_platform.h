@@ -3,6 +3,7 @@
 #include "platform/platform.h"
 
 #include <QList>
+#include <QPointer>
 #include <QQueue>
 
 #include <functional>
@@ -25,6 +26,8 @@ public:
     // Message boxes: answers are taken from the queue; with it empty, the default button answers.
     QQueue<int> answers;
     QList<Message> messages;
+    // Called as each box shows, before its answer is given, to look at the program then.
+    std::function<void(const Message &)> onMessage;
 
     // Common dialogs: each show takes the next script; with none left, the dialog is cancelled.
     using DialogScript = std::function<ErrorCode(CommonDialog::Kind, CommonDialog &)>;
@@ -43,6 +46,8 @@ public:
 
     QString clipText;
     QByteArray clipFragment;
+    // Puts text on the clipboard as another program would, telling the watchers.
+    void copyFromElsewhere(const QString &text);
 
     bool printerAvailable = true;
     QList<PrintedPage> printed; // pages of the last document printed
@@ -51,15 +56,26 @@ public:
     bool programStarts = true;
     QList<QStringList> programsStarted; // program then its arguments
 
-    int msgBox(const QString &text, int style, const QString &title) override;
-    ErrorCode showCommonDialog(CommonDialog::Kind kind, CommonDialog &dialog) override;
     bool escapePressed() override;
     QDateTime now() override { return clock; }
     QString clipboardText() override { return clipText; }
     QByteArray clipboardFragment() override { return clipFragment; }
     void setClipboard(const QString &text, const QByteArray &fragment) override;
+    void watchClipboard(QObject *context, std::function<void()> changed) override;
     std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) override;
     bool startProgram(const QString &program, const QStringList &arguments) override;
+
+protected:
+    int showMessage(const QString &text, int style, const QString &title) override;
+    ErrorCode showDialog(CommonDialog::Kind kind, CommonDialog &dialog) override;
+
+private:
+    struct Watcher {
+        QPointer<QObject> context;
+        std::function<void()> changed;
+    };
+    QList<Watcher> m_clipboardWatchers;
+    void clipboardChanged();
 };
 
 // Installs a ScriptedPlatform for the lifetime of the guard.

@@ -34,8 +34,8 @@ void onTerminationRequest(QObject *context, std::function<void()> handler)
     QObject::connect(notifier, &QSocketNotifier::activated, context, [handler = std::move(handler)] {
         char byte = 0;
         [[maybe_unused]] const ssize_t read = ::read(g_pipe[1], &byte, 1);
+        // The request stands until the program has ended; a second signal meanwhile ends it at once.
         handler();
-        g_pending = 0;
     });
     struct sigaction action = {};
     action.sa_handler = onSignal;

@@ -1,15 +1,16 @@
 #include "spell/checking_walk.h"
 
 #include "core/app_state.h"
+#include "core/dialog_look.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
-#include "core/main_window.h"
+#include "core/resumable_walk.h"
 #include "core/status_line.h"
-#include "platform/platform.h"
+#include "core/workspace.h"
+#include "platform/message_box.h"
 #include "spell/soundex.h"
 
 #include <QCloseEvent>
-#include <QEventLoop>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,12 +22,6 @@
 namespace pw {
 
 namespace {
-
-QPointer<frmSpellChecker> &loaded()
-{
-    static QPointer<frmSpellChecker> form;
-    return form;
-}
 
 bool isWordChar(QChar c)
 {
@@ -95,11 +90,104 @@ private:
 
 } // namespace
 
-const QString frmSpellChecker::Separators = QStringLiteral(" ,;:.?!<\r\n\t");
-QStringList frmSpellChecker::IgnoreList;
-
-frmSpellChecker::frmSpellChecker(QWidget *parent) : QDialog(parent)
+// The walk over the text between tags: from each ">" to the next "<", run by run. It stops at a
+// run whose word the store doesn't know, showing it selected, and goes on from there when resumed.
+class frmSpellChecker::Walk : public ResumableWalk
 {
+public:
+    Walk(frmSpellChecker &form, frmDoc &document)
+        : m_form(form), m_document(&document), m_text(document.Text), m_window(*document.Text)
+    {
+    }
+
+    // The run the walk stands on, and where it goes on after the answer.
+    int runStart = 0;
+    int runLength = 0;
+    int resumeAt = 0;
+    EditingSurface *surface() const { return m_text; }
+
+protected:
+    void begin() override
+    {
+        m_window.clear();
+        m_atStop = false;
+        m_text->setSelStart(0);
+        m_closePos = m_text->Find(QStringLiteral(">"), 0, -1, EditingSurface::NoHighlight);
+        if (m_closePos != -1)
+            enterStretch();
+    }
+
+    Step advance() override
+    {
+        if (!m_text)
+            return Step::Done;
+        if (std::exchange(m_atStop, false)) {
+            // A change moves the rest of the stretch by what it added or took away.
+            m_openPos += m_text->TextLength() - m_lengthAtStop;
+            m_window.clear();
+            stepOverSeparator();
+        }
+        while (m_closePos != -1) {
+            while (m_pos < m_openPos && m_pos < m_text->TextLength()) {
+                const QString raw = m_window.runAt(m_pos);
+                QString word = ExtractWord(raw);
+                m_form.CurrentWord = word;
+                m_form.CurrentWordLength = qint16(word.size());
+                runStart = m_pos;
+                runLength = int(raw.size());
+                resumeAt = m_pos + runLength;
+                if (!word.isEmpty() && !word.at(0).isDigit() && !raw.contains(QLatin1Char('&'))) {
+                    QString result;
+                    m_form.CheckWord(word, result);
+                    if (!result.isEmpty()) {
+                        // The selection shows the run, as Span gives it.
+                        m_text->setSelStart(runStart);
+                        m_text->setSelLength(runLength);
+                        m_text->ensureCursorVisible();
+                        m_lengthAtStop = m_text->TextLength();
+                        m_atStop = true;
+                        return Step::WaitForUser;
+                    }
+                }
+                stepOverSeparator();
+            }
+            m_closePos = m_text->Find(QStringLiteral(">"), m_openPos, -1, EditingSurface::NoHighlight);
+            if (m_closePos != -1)
+                enterStretch();
+        }
+        m_text->setSelLength(0);
+        return Step::Done;
+    }
+
+private:
+    void enterStretch()
+    {
+        m_openPos = m_text->Find(QStringLiteral("<"), m_closePos + 1, -1, EditingSurface::NoHighlight);
+        if (m_openPos == -1)
+            m_openPos = m_text->TextLength();
+        m_pos = m_closePos + 1;
+    }
+    // A line end is one separator of two characters.
+    void stepOverSeparator() { m_pos = resumeAt + (m_window.charAt(resumeAt) == QLatin1Char('\r') ? 2 : 1); }
+
+    frmSpellChecker &m_form;
+    QPointer<frmDoc> m_document;
+    QPointer<EditingSurface> m_text;
+    TextWindow m_window;
+    int m_closePos = -1;
+    int m_openPos = 0;
+    int m_pos = 0;
+    int m_lengthAtStop = 0;
+    bool m_atStop = false;
+};
+
+const QString frmSpellChecker::Separators = QStringLiteral(" ,;:.?!<\r\n\t");
+
+frmSpellChecker::frmSpellChecker(Workspace &workspace, frmDoc &document, QWidget *parent)
+    : QDialog(parent), m_workspace(workspace), m_document(&document),
+      m_walk(std::make_unique<Walk>(*this, document))
+{
+    SetDialogLook(*this);
     setObjectName(QStringLiteral("frmSpellChecker"));
     setWindowTitle(QStringLiteral("Spell Checker"));
     setModal(false);
@@ -151,40 +239,63 @@ frmSpellChecker::frmSpellChecker(QWidget *parent) : QDialog(parent)
             lstMatches_Click(item);
     });
 
-    // With the main window closing there is nothing left to check; its end deletes this too.
-    if (frmMDIMain *main = frmMDIMain::instance())
-        connect(main, &frmMDIMain::unloaded, this, &QWidget::close);
-    loaded() = this;
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    connect(m_walk.get(), &ResumableWalk::stopped, this, [this] {
+        Command2->setEnabled(true);
+        Command3->setEnabled(true);
+        Q_EMIT walkStopped(CurrentWord);
+    });
+    connect(m_walk.get(), &ResumableWalk::finished, this, &frmSpellChecker::onWalkEnded);
+    // With its document gone there is nothing left to check.
+    connect(&document, &frmDoc::Unloaded, this, [this] {
+        m_walk->stop();
+        close();
+    });
 }
 
-frmSpellChecker::~frmSpellChecker()
+frmSpellChecker::~frmSpellChecker() = default;
+
+bool frmSpellChecker::isWalking() const
 {
-    endWalk();
+    return m_walk->isRunning();
 }
 
-frmSpellChecker *frmSpellChecker::instance()
+bool frmSpellChecker::isWaiting() const
 {
-    return loaded();
+    return m_walk->isWaiting();
 }
 
 bool frmSpellChecker::Form_Load()
 {
     QString error;
     if (!m_store.open(&error)) {
-        MsgBox(error, 48, AppTitle());
+        m_workspace.MsgBox(error, MsgStyle::Exclamation);
         return false;
     }
-    m_loadDocument = CurrentDocumentWindow();
-    SavedCaret = m_loadDocument ? m_loadDocument->Text->SelStart() : 0;
+    SavedCaret = m_document ? m_document->Text->SelStart() : 0;
     return true;
+}
+
+void frmSpellChecker::onWalkEnded(bool complete)
+{
+    Command2->setEnabled(false);
+    Command3->setEnabled(false);
+    Q_EMIT walkEnded(complete);
+    if (!complete)
+        return;
+    const QPointer<frmSpellChecker> self(this);
+    m_workspace.MsgBox(QStringLiteral("Spell checking complete."), MsgStyle::OkOnly);
+    if (self)
+        close();
 }
 
 void frmSpellChecker::Form_Unload()
 {
     if (std::exchange(m_unloaded, true))
         return;
-    endWalk();
-    EditingSurface *text = m_loadDocument ? m_loadDocument->Text : nullptr;
+    m_walk->stop();
+    EditingSurface *text = m_document ? m_document->Text : nullptr;
     if (text) {
         text->setSelStart(SavedCaret);
         text->setSelLength(0);
@@ -205,20 +316,6 @@ void frmSpellChecker::reject()
     close();
 }
 
-void frmSpellChecker::goOn()
-{
-    WalkGoOn = True;
-    if (m_wait)
-        m_wait->quit();
-}
-
-void frmSpellChecker::endWalk()
-{
-    m_ended = true;
-    if (m_wait)
-        m_wait->quit();
-}
-
 QString frmSpellChecker::ExtractWord(const QString &text)
 {
     QString word;
@@ -234,7 +331,7 @@ QString frmSpellChecker::ExtractWord(const QString &text)
 void frmSpellChecker::CheckWord(QString &word, QString &result)
 {
     result.clear();
-    for (const QString &ignored : std::as_const(IgnoreList))
+    for (const QString &ignored : std::as_const(m_workspace.IgnoreList))
         if (ignored.compare(word, Qt::CaseInsensitive) == 0)
             return;
     if (lstMatches->count() > 0)
@@ -251,127 +348,40 @@ void frmSpellChecker::CheckWord(QString &word, QString &result)
     result = QStringLiteral("bad");
 }
 
-bool frmSpellChecker::CheckDocument()
-{
-    frmDoc *document = CurrentDocumentWindow();
-    if (!document)
-        return true;
-    const QPointer<frmSpellChecker> self(this);
-    const QPointer<frmDoc> walked(document);
-    const QPointer<EditingSurface> text(document->Text);
-    m_walkDocument = document;
-    m_walking = true;
-    m_ended = false;
-    bool ended = false;
-    // A document that closes ends the walk; nothing is left to go on with.
-    const QMetaObject::Connection closed = connect(document, &frmDoc::Unloaded, this, [this] { endWalk(); });
-    const QMetaObject::Connection gone = connect(document, &QObject::destroyed, this, [this] { endWalk(); });
-
-    TextWindow window(*text);
-    text->setSelStart(0);
-    int closePos = text->Find(QStringLiteral(">"), 0, -1, EditingSurface::NoHighlight);
-    while (closePos != -1 && !ended) {
-        int openPos = text->Find(QStringLiteral("<"), closePos + 1, -1, EditingSurface::NoHighlight);
-        if (openPos == -1)
-            openPos = text->TextLength();
-        int pos = closePos + 1;
-        while (pos < openPos && pos < text->TextLength()) {
-            const QString raw = window.runAt(pos);
-            QString word = ExtractWord(raw);
-            CurrentWord = word;
-            CurrentWordLength = qint16(word.size());
-            m_runStart = pos;
-            m_runLength = int(raw.size());
-            m_resumeAt = pos + m_runLength;
-            if (!word.isEmpty() && !word.at(0).isDigit() && !raw.contains(QLatin1Char('&'))) {
-                QString result;
-                CheckWord(word, result);
-                if (!result.isEmpty()) {
-                    // The selection shows the run, as Span gives it.
-                    text->setSelStart(m_runStart);
-                    text->setSelLength(m_runLength);
-                    text->ensureCursorVisible();
-                    text->Refresh();
-                    Command2->setEnabled(true);
-                    Command3->setEnabled(true);
-                    WalkGoOn = False;
-                    const int lengthBefore = text->TextLength();
-                    Q_EMIT walkStopped(CurrentWord);
-                    if (self && !m_ended && !WalkGoOn) {
-                        QEventLoop wait;
-                        m_wait = &wait;
-                        wait.exec();
-                        if (self)
-                            m_wait = nullptr;
-                    }
-                    if (!self)
-                        return false;
-                    Command2->setEnabled(false);
-                    Command3->setEnabled(false);
-                    ended = m_ended || !WalkGoOn || !walked || !text;
-                    if (ended)
-                        break;
-                    // A change moves the rest of the stretch by what it added or took away.
-                    openPos += text->TextLength() - lengthBefore;
-                    window.clear();
-                }
-            }
-            // Step over the separator; a line end is one separator of two characters.
-            pos = m_resumeAt + (window.charAt(m_resumeAt) == QLatin1Char('\r') ? 2 : 1);
-        }
-        if (!ended)
-            closePos = text->Find(QStringLiteral(">"), openPos, -1, EditingSurface::NoHighlight);
-    }
-    if (!ended)
-        text->setSelLength(0);
-    disconnect(closed);
-    disconnect(gone);
-    m_walking = false;
-    m_walkDocument = nullptr;
-    return !ended;
-}
-
 void frmSpellChecker::Command1_Click()
 {
-    if (m_walking)
-        return;
-    const QPointer<frmSpellChecker> self(this);
-    const bool complete = CheckDocument();
-    if (!self)
-        return;
-    if (complete) {
-        MsgBox(QStringLiteral("Spell checking complete."), 0, AppTitle());
-        if (!self)
-            return;
-    }
-    close();
+    if (!isWalking() && m_document)
+        m_walk->start();
 }
 
 void frmSpellChecker::Command2_Click()
 {
+    if (!isWaiting())
+        return;
     QString error;
     const ErrorCode code = m_store.add(Text1->text().toLower(), &error);
     if (code == ErrorCode::DuplicateKey)
-        MsgBox(QStringLiteral("Word already in database!"), 48, AppTitle());
+        m_workspace.MsgBox(QStringLiteral("Word already in database!"), MsgStyle::Exclamation);
     else if (code != ErrorCode::None)
-        MsgBox(error, 48, AppTitle());
-    goOn();
+        m_workspace.MsgBox(error, MsgStyle::Exclamation);
+    m_walk->resume();
 }
 
 void frmSpellChecker::Command3_Click()
 {
-    EditingSurface *text = m_walkDocument ? m_walkDocument->Text : nullptr;
-    if (!m_walking || !text || CurrentWord.isEmpty())
+    EditingSurface *text = m_walk->surface();
+    if (!isWaiting() || !text || CurrentWord.isEmpty())
         return;
     // The run the walk stands on, even when the user has moved the caret meanwhile.
-    text->setSelStart(m_runStart);
-    text->setSelLength(m_runLength);
+    const int runStart = m_walk->runStart;
+    text->setSelStart(runStart);
+    text->setSelLength(m_walk->runLength);
     const QString run = text->SelText();
     const QChar first = CurrentWord.at(0);
     if (!run.isEmpty() && run.at(0) != first) {
         const qsizetype i = run.indexOf(first);
         if (i >= 0)
-            text->setSelStart(m_runStart + int(i));
+            text->setSelStart(runStart + int(i));
     }
     if (first >= QLatin1Char('A') && first <= QLatin1Char('Z')) {
         const QString replacement = Text1->text();
@@ -379,13 +389,13 @@ void frmSpellChecker::Command3_Click()
     }
     text->setSelLength(CurrentWordLength);
     text->setSelText(Text1->text());
-    m_resumeAt = text->SelStart();
-    goOn();
+    m_walk->resumeAt = text->SelStart();
+    m_walk->resume();
 }
 
 void frmSpellChecker::Command4_Click()
 {
-    goOn();
+    m_walk->resume();
 }
 
 void frmSpellChecker::Command5_Click()
@@ -395,9 +405,10 @@ void frmSpellChecker::Command5_Click()
 
 void frmSpellChecker::Command6_Click()
 {
-    if (m_walking)
-        IgnoreList.append(CurrentWord);
-    goOn();
+    if (!isWaiting())
+        return;
+    m_workspace.IgnoreList.append(CurrentWord);
+    m_walk->resume();
 }
 
 void frmSpellChecker::lstMatches_Click(QListWidgetItem *item)
@@ -412,14 +423,19 @@ void frmSpellChecker::lstMatches_DblClick(QListWidgetItem *item)
     Command3_Click();
 }
 
-void ShowSpellChecker()
+frmSpellChecker *SpellChecker(QWidget *parent)
 {
-    if (frmSpellChecker *open = frmSpellChecker::instance(); open && open->isVisible()) {
+    return parent ? parent->findChild<frmSpellChecker *>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
+}
+
+void ShowSpellChecker(Workspace &workspace, frmDoc &document, QWidget *parent)
+{
+    if (frmSpellChecker *open = SpellChecker(parent); open && open->isVisible()) {
         open->raise();
         open->activateWindow();
         return;
     }
-    auto *form = new frmSpellChecker(frmMDIMain::instance());
+    auto *form = new frmSpellChecker(workspace, document, parent);
     if (!form->Form_Load()) {
         delete form;
         return;

@@ -6,7 +6,8 @@
 #include <QPointer>
 #include <QStringList>
 
-class QEventLoop;
+#include <memory>
+
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -16,10 +17,13 @@ class QPushButton;
 namespace pw {
 
 class EditingSurface;
+class ResumableWalk;
+class Workspace;
 class frmDoc;
 
-// The spell checker: walks the current document's text between tags word by word and stops at
-// each word the word store doesn't know, until the user answers with a button.
+// The spell checker: walks a document's text between tags word by word and stops at each word the
+// word store doesn't know; the buttons answer and the walk goes on from where it stood. It belongs
+// to the document it was opened for: that document closing ends the walk and closes the dialog.
 class frmSpellChecker : public QDialog
 {
     Q_OBJECT
@@ -28,11 +32,8 @@ public:
     // The characters that end a word run. Line ends and tabs end one too, as blanks do.
     static const QString Separators;
 
-    explicit frmSpellChecker(QWidget *parent = nullptr);
+    frmSpellChecker(Workspace &workspace, frmDoc &document, QWidget *parent);
     ~frmSpellChecker() override;
-
-    // The loaded instance, or nullptr.
-    static frmSpellChecker *instance();
 
     QLabel *Label1 = nullptr;
     QLineEdit *Text1 = nullptr;
@@ -45,25 +46,21 @@ public:
     QPushButton *Command5 = nullptr; // Cancel
     QPushButton *Command6 = nullptr; // Ignore All
 
-    qint16 WalkGoOn = 0;
     qint32 SavedCaret = 0;
     qint16 CurrentWordLength = 0;
     QString CurrentWord;
-    // Words of Ignore All; kept for later checks in the same run of the program.
-    static QStringList IgnoreList;
-    static int IgnoreCount() { return int(IgnoreList.size()); }
 
-    // Opens the stores and keeps the current document's caret. False, after telling the user,
-    // when the word store can't be used.
+    // Opens the stores and keeps the document's caret. False, after telling the user, when the
+    // word store can't be used.
     bool Form_Load();
-    // The walk over the current document. False when it was ended before the end of the text.
-    bool CheckDocument();
     // word comes back in lower case; result is empty for a correct word, else "bad".
     void CheckWord(QString &word, QString &result);
     // The first run of letters A to Z (either case) and digits in text.
     static QString ExtractWord(const QString &text);
 
-    bool isWalking() const { return m_walking; }
+    bool isWalking() const;
+    // Standing at an unknown word, waiting for a button.
+    bool isWaiting() const;
 
     void Command1_Click();
     void Command2_Click();
@@ -77,31 +74,31 @@ public:
 Q_SIGNALS:
     // The walk stands at an unknown word and waits for a button.
     void walkStopped(const QString &word);
+    // The walk ended: at the end of the text (complete), or earlier.
+    void walkEnded(bool complete);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
     void reject() override;
 
 private:
-    void Form_Unload();
-    void goOn();
-    void endWalk();
+    class Walk;
+    friend class Walk;
 
+    void Form_Unload();
+    void onWalkEnded(bool complete);
+
+    Workspace &m_workspace;
     WordStore m_store;
-    QPointer<frmDoc> m_loadDocument; // the document whose caret was kept
-    QPointer<frmDoc> m_walkDocument;
-    QEventLoop *m_wait = nullptr;
-    bool m_walking = false;
-    bool m_ended = false;
+    QPointer<frmDoc> m_document; // the document checked, whose caret is kept
+    std::unique_ptr<Walk> m_walk;
     bool m_unloaded = false;
-    // The run the walk stands on, and where it goes on after the answer.
-    int m_runStart = 0;
-    int m_runLength = 0;
-    int m_resumeAt = 0;
 };
 
-// Opens the spell checker for the current document, centred and not modal; brings it up when it
-// is already open. Does nothing but tell the user when the word store can't be used.
-void ShowSpellChecker();
+// Opens the spell checker of parent for a document, centred and not modal; brings it up when it is
+// already open. Does nothing but tell the user when the word store can't be used.
+void ShowSpellChecker(Workspace &workspace, frmDoc &document, QWidget *parent);
+// The spell checker open over parent, or none.
+frmSpellChecker *SpellChecker(QWidget *parent);
 
 } // namespace pw

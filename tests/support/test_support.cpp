@@ -1,30 +1,28 @@
 #include "test_support.h"
 
-#include "core/font_class.h"
 #include "files/new_document.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QStandardPaths>
+#include <QMenu>
 #include <QTest>
 
 TestProgram::TestProgram()
 {
-    QStandardPaths::setTestModeEnabled(true);
-    pw::ResetFontClasses();
-    // Distinct classes, so tests can tell them apart.
-    pw::TextFont.Color = 0x000000;
-    pw::HtmlFont.Color = 0x800000;
-    pw::CommentFont.Color = 0x008000;
-    pw::CommentFont.Italic = true;
+    pw::ClassFonts &fonts = ws().fonts;
+    fonts.text.Color = 0x000000;
+    fonts.html.Color = 0x000080;
+    fonts.comment.Color = 0x008000;
+    fonts.comment.Italic = true;
     main().resize(900, 700);
     main().show();
 }
 
 TestProgram::~TestProgram()
 {
-    platform->answers.clear();
+    platform.answers.clear();
     for (QMdiSubWindow *w : main().mdiArea->subWindowList())
         static_cast<pw::frmDoc *>(w)->unloadQuietly();
 }
@@ -32,7 +30,7 @@ TestProgram::~TestProgram()
 void ProgramTest::startProgram()
 {
     program = new TestProgram;
-    main().options().setChecked(pw::Option::AddTemplate, false);
+    ws().options.setChecked(pw::Option::AddTemplate, false);
 }
 
 void ProgramTest::endProgram()
@@ -44,12 +42,18 @@ void ProgramTest::endProgram()
 
 pw::frmDoc *TestProgram::newDocument()
 {
-    return pw::NewDocument();
+    return pw::NewDocument(ws());
 }
 
 bool TestProgram::trigger(pw::frmDoc *document, const QString &item)
 {
-    QAction *action = document ? document->item(item) : main().findChild<QAction *>(item);
+    QAction *action = nullptr;
+    if (document)
+        action = document->item(item);
+    else
+        for (QMenu *menu : main().mainMenus())
+            if ((action = menu->findChild<QAction *>(item)))
+                break;
     if (!action || !action->isEnabled())
         return false;
     action->trigger();
@@ -59,13 +63,14 @@ bool TestProgram::trigger(pw::frmDoc *document, const QString &item)
 QStringList TestProgram::captions()
 {
     QStringList out;
-    for (int slot : main().slots().openSlots())
-        out << main().slots().document(slot)->Caption();
+    for (int slot : ws().slots.openSlots())
+        out << ws().slots.document(slot)->Caption();
     return out;
 }
 
 QString fontClasses(pw::EditingSurface &surface)
 {
+    const pw::ClassFonts &fonts = surface.classFonts();
     QString out;
     const QString text = surface.Text();
     for (int i = 0; i < text.size(); ++i) {
@@ -74,8 +79,20 @@ QString fontClasses(pw::EditingSurface &surface)
             continue;
         }
         const pw::FontClass f = surface.fontAt(i);
-        out += f == pw::HtmlFont ? QLatin1Char('h') : f == pw::CommentFont ? QLatin1Char('c')
-             : f == pw::TextFont ? QLatin1Char('t') : QLatin1Char('?');
+        out += f == fonts.html ? QLatin1Char('h') : f == fonts.comment ? QLatin1Char('c')
+             : f == fonts.text ? QLatin1Char('t') : QLatin1Char('?');
     }
     return out;
+}
+
+QString passLeftovers(pw::frmMDIMain &main)
+{
+    QStringList left;
+    if (!main.Panel1->text().isEmpty())
+        left << QStringLiteral("status text \"%1\"").arg(main.Panel1->text());
+    if (QApplication::overrideCursor())
+        left << QStringLiteral("wait cursor");
+    if (main.Picture1->isVisible())
+        left << QStringLiteral("progress strip");
+    return left.join(QStringLiteral(", "));
 }

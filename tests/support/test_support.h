@@ -4,24 +4,30 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
+#include "core/workspace.h"
+#include "isolated_main.h"
 #include "platform/scripted_platform.h"
 
 #include <QAction>
 #include <QObject>
 
-// The real program with a scripted platform, for tests that drive it as a user would.
+// The real program with a scripted platform, for tests that drive it as a user would. The class
+// fonts are told apart by colour: text black, tags dark red, comments green and italic.
 struct TestProgram {
     TestProgram();
     ~TestProgram();
 
-    pw::ScopedScriptedPlatform platform;
-    pw::Application app;
+    pw::ScriptedPlatform platform;
+    pw::Application app{platform};
 
     pw::frmMDIMain &main() { return app.main(); }
-    pw::frmDoc *current() { return main().slots().current(); }
+    pw::Workspace &ws() { return app.workspace(); }
+    pw::frmDoc *current() { return ws().current(); }
     pw::frmDoc *newDocument();
-    // Triggers a document's menu item by objectName; fails the test if it is missing or disabled.
+    // Triggers a document's menu item (or, without a document, the main window's) by objectName;
+    // false if it is missing or disabled.
     bool trigger(pw::frmDoc *document, const QString &item);
+    QAction *button(const QString &key) { return main().button(key); }
     QStringList captions();
 };
 
@@ -35,6 +41,8 @@ class ProgramTest : public QObject
 protected:
     TestProgram *program = nullptr;
     pw::frmMDIMain &main() { return program->main(); }
+    pw::Workspace &ws() { return program->ws(); }
+    pw::ScriptedPlatform &platform() { return program->platform; }
     void startProgram();
     void endProgram();
 
@@ -43,5 +51,10 @@ protected Q_SLOTS:
     void cleanup() { endProgram(); }
 };
 
-// The class font of each character of a surface's text, as 't' text, 'h' tag, 'c' comment, '?'.
+// The class font of each character of a surface's text, as 't' text, 'h' tag, 'c' comment, '?';
+// a line end is '/'.
 QString fontClasses(pw::EditingSurface &surface);
+
+// What a long pass left behind when it ended: a status text, the wait cursor, the progress strip.
+// Empty when it ended cleanly.
+QString passLeftovers(pw::frmMDIMain &main);

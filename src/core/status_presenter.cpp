@@ -1,0 +1,121 @@
+#include "core/status_presenter.h"
+
+#include "core/app_state.h"
+#include "core/editing_surface.h"
+#include "core/status_line.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QStatusBar>
+
+namespace pw {
+
+namespace {
+void setIfChanged(QLabel &label, const QString &text)
+{
+    if (label.text() != text)
+        label.setText(text);
+}
+} // namespace
+
+StatusPresenter::StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line, QLabel &size, QWidget &strip,
+                                 QProgressBar &progress, QObject *parent)
+    : QObject(parent), m_bar(bar), m_message(message), m_line(line), m_size(size), m_strip(strip),
+      m_progress(progress)
+{
+    follow(nullptr);
+}
+
+void StatusPresenter::SetStatusText(const QString &text)
+{
+    m_message.setText(QLatin1Char(' ') + text);
+    m_bar.repaint();
+}
+
+void StatusPresenter::ClearStatusText()
+{
+    if (!m_message.text().isEmpty())
+        m_message.clear();
+}
+
+QString StatusPresenter::StatusText() const
+{
+    return m_message.text();
+}
+
+void StatusPresenter::follow(EditingSurface *surface)
+{
+    if (surface && surface == m_surface)
+        return;
+    for (const QMetaObject::Connection &c : std::as_const(m_connections))
+        disconnect(c);
+    m_connections.clear();
+    m_surface = surface;
+    if (!surface) {
+        setIfChanged(m_size, QStringLiteral("Size: 0"));
+        setIfChanged(m_line, QStringLiteral("Line: 0 "));
+        return;
+    }
+    m_connections << connect(surface, &EditingSurface::Change, this, &StatusPresenter::onChange)
+                  << connect(surface, &EditingSurface::SelChange, this, &StatusPresenter::showLine);
+    showSize();
+    showLine();
+}
+
+EditingSurface *StatusPresenter::followed() const
+{
+    return m_surface;
+}
+
+void StatusPresenter::onChange()
+{
+    showSize();
+    showLine();
+    ClearStatusText();
+}
+
+void StatusPresenter::showLine()
+{
+    if (m_surface)
+        setIfChanged(m_line, LineText(m_surface->GetLineFromChar(m_surface->SelStart() + 1) + 1));
+}
+
+void StatusPresenter::showSize()
+{
+    if (m_surface)
+        setIfChanged(m_size, SizeText(m_surface->TextLength()));
+}
+
+void StatusPresenter::showProgress()
+{
+    m_progress.setValue(0);
+    m_progress.setFixedWidth(qMax(10, m_strip.width() - twipsToPixels(240)));
+    m_strip.show();
+}
+
+void StatusPresenter::setProgress(int value)
+{
+    m_progress.setValue(value);
+}
+
+void StatusPresenter::hideProgress()
+{
+    m_progress.setValue(100);
+    m_strip.hide();
+}
+
+void StatusPresenter::ShowWaitCursor()
+{
+    if (std::exchange(m_waiting, true))
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+void StatusPresenter::HideWaitCursor()
+{
+    if (std::exchange(m_waiting, false))
+        QApplication::restoreOverrideCursor();
+}
+
+} // namespace pw

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+class QLabel;
+class QProgressBar;
+class QStatusBar;
+class QWidget;
+
+namespace pw {
+
+class EditingSurface;
+
+// The only writer of the status bar's three panels and of the progress strip under the documents.
+// Panel 1 holds messages; panels 2 and 3 show the line of the caret and the length of the document
+// in front, following its caret and changes, and read "Line: 0 " and "Size: 0" with none.
+class StatusPresenter : public QObject
+{
+    Q_OBJECT
+
+public:
+    StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line, QLabel &size, QWidget &strip,
+                    QProgressBar &progress, QObject *parent = nullptr);
+
+    // One blank and the text in the message panel, painted at once so it shows during a long pass.
+    void SetStatusText(const QString &text);
+    void ClearStatusText();
+    QString StatusText() const;
+
+    // The document in front, or none. Its first change clears the message, as every change does.
+    void follow(EditingSurface *surface);
+    EditingSurface *followed() const;
+
+    // The progress strip: shown at 0, set after each unit of work, hidden at the end.
+    void showProgress();
+    void setProgress(int value);
+    void hideProgress();
+
+    // The hourglass everywhere and back; not counted, so the one who set it resets it.
+    void ShowWaitCursor();
+    void HideWaitCursor();
+
+private:
+    void showLine();
+    void showSize();
+    void onChange();
+
+    QStatusBar &m_bar;
+    QLabel &m_message;
+    QLabel &m_line;
+    QLabel &m_size;
+    QWidget &m_strip;
+    QProgressBar &m_progress;
+    QPointer<EditingSurface> m_surface;
+    QList<QMetaObject::Connection> m_connections;
+    bool m_waiting = false;
+};
+
+} // namespace pw
