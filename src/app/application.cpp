@@ -171,17 +171,21 @@ void Application::MDIForm_Load(const QString &commandLine)
     // taken from the folder the program was started in.
     showPreviousFiles();
 
-    // The files of a run that did not end are read before anything of this run can write there.
-    m_autoSave->RecoverAutoSavedFiles();
+    // Slot 1 is the start's; the files of a run that did not end are read before any document of
+    // this run exists, and come back in front of it.
+    const int first = ws.slots.FindFreeSlot();
+    frmDoc *recovered = m_autoSave->RecoverAutoSavedFiles();
     if (commandLine.isEmpty()) {
-        const int slot = ws.slots.FindFreeSlot();
-        frmDoc *document = ws.slots.CreateDocumentWindow(slot, QStringLiteral("Untitled: %1").arg(slot));
+        frmDoc *document = ws.slots.CreateDocumentWindow(first, QStringLiteral("Untitled: %1").arg(first));
         if (ws.options.isChecked(Option::AddTemplate))
             FillBlankTemplate(ws, *document);
         document->state().setDirty(false);
     } else {
+        ws.slots.abandon(first); // the open takes the lowest free slot
         OpenFromCommandLine(ws, commandLine);
     }
+    if (recovered)
+        main.mdiArea->setActiveSubWindow(recovered);
     m_autoSave->start();
 
     UnloadTitle();

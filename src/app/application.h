@@ -54,8 +54,9 @@ private:
     void settleMainWindow();
     void MDIForm_Unload();
 
-    std::unique_ptr<frmMDIMain> m_main;
+    // The table outlives the main window, whose end still asks it what is enabled.
     CommandTable m_commands;
+    std::unique_ptr<frmMDIMain> m_main;
     AutoSave *m_autoSave = nullptr;
     ActionStates *m_actions = nullptr;
 };

@@ -24,8 +24,8 @@ mnuOptionAssociate|&Associate files
 
 static const char *const kMainMenu = R"(
 mnuFile|&File
-  mnuFileNew|&New
-  mnuFileOpen|&Open
+  mnuFileNew|&New|Ctrl+N
+  mnuFileOpen|&Open|Ctrl+O
   -
   mnuFileExit|E&xit
   @previous

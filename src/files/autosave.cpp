@@ -188,20 +188,24 @@ void AutoSave::ToggleAutoSave()
     m_workspace.options.toggle(Option::AutoSave);
 }
 
-void AutoSave::RecoverAutoSavedFiles()
+frmDoc *AutoSave::RecoverAutoSavedFiles()
 {
     const QDir folder(AutoSaveFolder());
     const QStringList names =
         folder.entryList({QStringLiteral("AutoSaved.*")}, QDir::Files | QDir::Hidden, QDir::Name);
     if (names.isEmpty())
-        return;
+        return nullptr;
     m_workspace.MsgBox(QStringLiteral("Recovering Files!"), MsgStyle::Exclamation);
+    frmDoc *last = nullptr;
     for (const QString &name : names) {
         const QString path = folder.filePath(name);
         // A file that could not be read has been reported; it stays for another try.
-        if (RecoverFile(m_workspace, path, QStringLiteral("Untitled: (Recovered File: 1)")))
+        if (frmDoc *document = RecoverFile(m_workspace, path, QStringLiteral("Untitled: (Recovered File: 1)"))) {
             QFile::remove(path);
+            last = document;
+        }
     }
+    return last;
 }
 
 } // namespace pw

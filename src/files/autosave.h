@@ -13,6 +13,7 @@ namespace pw {
 
 class EditingSurface;
 class Workspace;
+class frmDoc;
 
 // The folder "Auto Saved Files" in the per-user data folder.
 QString AutoSaveFolder();
@@ -44,8 +45,8 @@ public:
     // mnuOptionAutosave: flips the option.
     void ToggleAutoSave();
     // Files left in the folder by a run that did not end normally come back as untitled, dirty
-    // documents, and are deleted once read.
-    void RecoverAutoSavedFiles();
+    // documents, and are deleted once read. Returns the last one back, or none.
+    frmDoc *RecoverAutoSavedFiles();
 
 private:
     void forget(int slot);

@@ -102,6 +102,8 @@ QtPlatform::~QtPlatform()
 int QtPlatform::showMessage(const QString &text, int style, const QString &title)
 {
     QMessageBox box(QApplication::activeWindow());
+    // A box has a title and a close box only.
+    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     box.setWindowTitle(title);
     box.setText(text);
     switch (MsgStyle::iconOf(style)) {
