@@ -1,16 +1,9 @@
-#include "isolated_main.h"
 #include "test_support.h"
 
 #include "core/settings_store.h"
 #include "files/autosave.h"
 #include "files/new_document.h"
-#include "markup/highlighter.h"
 #include "platform/message_box.h"
-
-#include <QDir>
-#include <QFile>
-#include <QSettings>
-#include <QTest>
 
 using namespace pw;
 
@@ -19,93 +12,69 @@ class TestStartStop : public ProgramTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QCoreApplication::setOrganizationName(QStringLiteral("Tessaline"));
-        QCoreApplication::setApplicationName(QStringLiteral("Pagewright"));
-    }
-
     void init()
     {
-        program = new TestProgram;
+        startProgram();
         // Not the first run: no question about the association.
         SettingsStore().writeInt(Setting::State, 0);
-        SettingsStore().writeBool(Setting::AddTemplate, true);
     }
 
-    void startWithoutFileShowsUntitledOneWithTemplate()
+    void startWithoutFileShowsOneUntitledDocument_data()
     {
+        QTest::addColumn<bool>("addTemplate");
+        QTest::newRow("template") << true;
+        QTest::newRow("no template") << false;
+    }
+    void startWithoutFileShowsOneUntitledDocument()
+    {
+        QFETCH(bool, addTemplate);
+        SettingsStore().writeBool(Setting::AddTemplate, addTemplate);
         program->app.MDIForm_Load(QString());
         QCOMPARE(program->captions(), QStringList{"Untitled: 1"});
         frmDoc *doc = program->current();
-        QCOMPARE(doc->Text->Text(), BlankTemplate());
-        QCOMPARE(doc->Text->SelStart(), 80);
-        QCOMPARE(program->main().slots().state(1).Dirty, False);
-        QCOMPARE(program->main().windowTitle(), AppTitle());
-        QVERIFY(program->platform->messages.isEmpty());
+        QCOMPARE(doc->Text->Text(), addTemplate ? BlankTemplate() : QString());
+        QCOMPARE(doc->Text->SelStart(), addTemplate ? 80 : 0);
+        QVERIFY(!doc->state().Dirty());
+        QVERIFY(platform().messages.isEmpty());
     }
 
-    void startWithTemplateOffLeavesAnEmptyDocument()
-    {
-        SettingsStore().writeBool(Setting::AddTemplate, false);
-        program->app.MDIForm_Load(QString());
-        QCOMPARE(program->captions(), QStringList{"Untitled: 1"});
-        QVERIFY(program->current()->Text->Text().isEmpty());
-    }
-
-    void handOverCommands_data()
+    // A refused command changes nothing; an accepted one restores the window (tst_user_faults).
+    void refusedHandOverCommands_data()
     {
         QTest::addColumn<QString>("command");
-        QTest::addColumn<bool>("refused");
-        QTest::newRow("jump") << "jump" << false;
-        QTest::newRow("unknown") << "print /tmp/x.html" << true;
-        QTest::newRow("empty") << "" << true;
-        QTest::newRow("upper case") << "JUMP" << true;
+        QTest::newRow("unknown") << "print /tmp/x.html";
+        QTest::newRow("empty") << "";
+        QTest::newRow("upper case") << "JUMP";
     }
-
-    void handOverCommands()
+    void refusedHandOverCommands()
     {
         QFETCH(QString, command);
-        QFETCH(bool, refused);
         program->app.MDIForm_Load(QString());
-        program->main().showMinimized();
-        bool cancel = !refused;
+        main().showMinimized();
+        bool cancel = false;
         program->app.MDIForm_LinkExecute(command, &cancel);
-        QCOMPARE(cancel, refused);
-        // A refused command changes nothing; an accepted one brings the window back.
-        QCOMPARE(program->main().isMinimized(), refused);
+        QVERIFY(cancel);
+        QVERIFY(main().isMinimized());
         QCOMPARE(program->captions(), QStringList{"Untitled: 1"});
     }
 
-    void firstActivationAfterStartDoesNothing()
-    {
-        HighlightOpenDocuments() = false;
-        program->app.MDIForm_Load(QString());
-        program->app.Msghook1_Message(true);
-        QVERIFY(HighlightOpenDocuments());
-    }
-
-    void shutdownAsksWithoutCancelThenSavesSettingsAndEmptiesAutosave()
+    void shutdownAsksThenSavesSettingsAndEmptiesAutosave()
     {
         program->app.MDIForm_Load(QString());
         frmDoc *doc = program->current();
         doc->Text->setSelText(QStringLiteral("changed"));
-        program->main().slots().state(1).Dirty = True;
         QDir().mkpath(AutoSaveFolder());
-        QFile left(AutoSaveFolder() + QStringLiteral("/AutoSaved.001"));
-        QVERIFY(left.open(QIODevice::WriteOnly));
-        left.close();
-        program->main().options().setChecked(Option::MaximizeDocs, true);
+        QVERIFY(QFile(AutoSaveFolder() + QStringLiteral("/AutoSaved.001")).open(QIODevice::WriteOnly));
+        ws().options.setChecked(Option::MaximizeDocs, true);
 
-        program->platform->answers.enqueue(MsgAnswer::No);
-        QVERIFY(program->main().close());
-        QCOMPARE(program->platform->messages.size(), 1);
-        QCOMPARE(program->platform->messages[0].style & 7, int(MsgStyle::YesNo));
-        QTRY_VERIFY(program->main().slots().openSlots().isEmpty());
+        platform().answers.enqueue(MsgAnswer::No);
+        QVERIFY(main().close());
+        QCOMPARE(platform().messages.size(), 1);
+        QTRY_VERIFY(ws().slots.openSlots().isEmpty());
         QVERIFY(SettingsStore().readBool(Setting::MaximizeDocs));
         QVERIFY(QDir(AutoSaveFolder()).entryList(QDir::Files).isEmpty());
     }
 };
 
-PW_ISOLATED_TEST_MAIN(TestStartStop)
+PW_TEST_MAIN(TestStartStop)
 #include "tst_start_stop.moc"

@@ -1,7 +1,8 @@
-#include "core/editing_surface.h"
+#include "test_support.h"
+
+#include "core/settings_store.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 using namespace pw;
 
@@ -9,27 +10,35 @@ class TestEditingSurface : public QObject
 {
     Q_OBJECT
 
+    EditingSurface *s = nullptr;
+    ClassFonts fonts;
+
+    // Text in the text font, no undo step.
+    void load(const QString &text)
+    {
+        s->setText(text);
+        s->formatRange(0, s->TextLength(), fonts.text);
+        s->clearUndo();
+    }
+    void select(int start, int length)
+    {
+        s->setSelStart(start);
+        s->setSelLength(length);
+    }
+
 private Q_SLOTS:
     void init()
     {
-        ResetFontClasses();
+        fonts = DefaultClassFonts();
+        fonts.html.Color = 0x0000FF;
+        fonts.comment.Color = 0x008000;
         s = new EditingSurface;
-        s->resize(600, 400);
+        s->setClassFonts(&fonts);
     }
     void cleanup()
     {
         delete s;
         QVERIFY(QApplication::topLevelWidgets().isEmpty());
-    }
-
-    void textRoundTripsWithCrLf()
-    {
-        QSignalSpy changes(s, &EditingSurface::Change);
-        s->setText("ab\r\ncd\r\n\r\nef");
-        QCOMPARE(s->Text(), QString("ab\r\ncd\r\n\r\nef"));
-        QCOMPARE(s->TextLength(), 12);
-        QCOMPARE(s->SelStart(), 0);
-        QVERIFY(changes.count() >= 1);
     }
 
     void pieceBoundariesKeepTheText_data()
@@ -43,7 +52,6 @@ private Q_SLOTS:
         QTest::newRow("one line of three pieces") << QString(3 * 16 + 5, QLatin1Char('z'));
         QTest::newRow("blank lines only") << QString("\r\n").repeated(40);
     }
-
     void pieceBoundariesKeepTheText()
     {
         QFETCH(QString, text);
@@ -53,19 +61,9 @@ private Q_SLOTS:
         QVERIFY(steps >= 2);
         QCOMPARE(s->SelStart(), 0);
         QVERIFY(!s->CanUndo());
-    }
-
-    void loadStoppedByProgressKeepsWhatCameIn()
-    {
-        const QString text = QString("<P>x</P>\r\n").repeated(30);
+        // Stopped after the first piece, what came in stays.
         QVERIFY(!s->loadText(text, [](qint64, qint64) { return false; }, 16));
         QVERIFY(s->TextLength() > 0 && s->TextLength() < text.size());
-    }
-
-    void loneLineEndsBecomeCrLf()
-    {
-        s->setText("a\nb\rc");
-        QCOMPARE(s->Text(), QString("a\r\nb\r\nc"));
     }
 
     void positionsCountLineEndsAsTwo_data()
@@ -83,7 +81,7 @@ private Q_SLOTS:
     {
         QFETCH(int, position);
         QFETCH(QString, after);
-        s->setText("ab\r\ncd\r\nef");
+        s->setText("ab\ncd\ref"); // lone line ends become CR LF
         s->setSelStart(position);
         QCOMPARE(s->SelStart(), qMin(position, 10));
         s->setSelLength(100);
@@ -92,56 +90,27 @@ private Q_SLOTS:
         QCOMPARE(s->Mid(qMin(position, 10), 100), after);
     }
 
-    void selTextReplacesAndLeavesCaretBehind()
+    // Colours are no content: no Change and no undo step. A batch of writes raises one Change.
+    void coloursAreNoContent()
     {
-        s->setText("hello world");
-        s->setSelStart(6);
-        s->setSelLength(5);
-        s->setSelText("there\r\nfriend");
-        QCOMPARE(s->Text(), QString("hello there\r\nfriend"));
-        QCOMPARE(s->SelStart(), 19);
-        QCOMPARE(s->SelLength(), 0);
-        s->setSelStart(0);
-        s->setSelLength(6);
-        s->setSelText("");
-        QCOMPARE(s->Text(), QString("there\r\nfriend"));
-    }
-
-    void everyProgrammaticWriteRaisesChange()
-    {
-        s->setText("abc");
+        load("abc");
         QSignalSpy changes(s, &EditingSurface::Change);
-        s->setSelStart(1);
-        s->setSelText("x");
+        s->setSelStart(3);
+        s->setSelText("d");
+        s->formatRange(0, 2, fonts.html);
+        select(0, 1);
+        s->setSelFont(fonts.comment);
         QCOMPARE(changes.count(), 1);
-        s->setSelStart(0);
-        s->setSelLength(2);
+        QVERIFY(s->Undo());
+        QCOMPARE(s->Text(), QString("abc"));
+        select(0, 2);
         s->setSelRTF(s->SelRTF());
-        QCOMPARE(changes.count(), 2);
-        s->setSelStart(0);
-        s->setSelLength(1);
-        s->setSelColor(0x0000FF);
-        QCOMPARE(changes.count(), 3);
-    }
-
-    void findAtPositionZero()
-    {
-        s->setText("<B>x</B>");
-        QCOMPARE(s->Find("<", 0), 0);
-        QCOMPARE(s->SelStart(), 0);
-        QCOMPARE(s->SelLength(), 1);
-    }
-
-    void findWithoutHighlightKeepsSelection()
-    {
-        s->setText("one two one");
-        s->setSelStart(2);
-        s->setSelLength(3);
-        QCOMPARE(s->Find("one", 1, -1, EditingSurface::NoHighlight), 8);
-        QCOMPARE(s->SelStart(), 2);
-        QCOMPARE(s->SelLength(), 3);
-        s->setSelStart(0);
-        QCOMPARE(s->SelLength(), 0);
+        {
+            EditingSurface::EventBatch batch(*s);
+            for (int i = 0; i < 5; ++i)
+                s->setSelText("y");
+        }
+        QCOMPARE(changes.count(), 4); // the undo, SelRTF and the batch: one each
     }
 
     void findOptions_data()
@@ -152,6 +121,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("end");
         QTest::addColumn<int>("options");
         QTest::addColumn<int>("expected");
+        QTest::newRow("at position zero") << "<B>x</B>" << "<" << 0 << -1 << 0 << 0;
         QTest::newRow("ignores case") << "abc ABC" << "ABC" << 0 << -1 << 0 << 0;
         QTest::newRow("match case") << "abc ABC" << "ABC" << 0 << -1 << 4 << 4;
         QTest::newRow("whole word skips part") << "cart car" << "car" << 0 << -1 << 2 << 5;
@@ -163,6 +133,7 @@ private Q_SLOTS:
         QTest::newRow("starting after") << "xx xx" << "xx" << 1 << -1 << 0 << 3;
         QTest::newRow("empty target") << "abc" << "" << 0 << -1 << 0 << -1;
         QTest::newRow("missing") << "abc" << "z" << 0 << -1 << 0 << -1;
+        QTest::newRow("without highlight") << "one two one" << "one" << 1 << -1 << 8 << 8;
     }
     void findOptions()
     {
@@ -173,9 +144,10 @@ private Q_SLOTS:
         QFETCH(int, options);
         QFETCH(int, expected);
         s->setText(text);
+        select(0, 1);
         QCOMPARE(s->Find(target, start, end, options), expected);
-        if (expected >= 0)
-            QCOMPARE(s->SelText(), text.mid(expected, target.size()));
+        const bool selects = expected >= 0 && !(options & EditingSurface::NoHighlight);
+        QCOMPARE(s->SelText(), selects ? text.mid(expected, target.size()) : text.left(1));
     }
 
     void spanAndUpTo()
@@ -186,16 +158,13 @@ private Q_SLOTS:
         QCOMPARE(s->SelText(), QString("A"));
         s->UpTo(">");
         QCOMPARE(s->SelStart(), 9);
-        QCOMPARE(s->SelLength(), 0);
         s->UpTo("<", false);
-        QCOMPARE(s->SelStart(), 1);
         s->UpTo("<", false); // already behind one: does not move
         QCOMPARE(s->SelStart(), 1);
-        s->setSelStart(20);
-        s->UpTo(">", false);
-        QCOMPARE(s->SelStart(), 18);
         s->UpTo("#"); // none: the end of the text
         QCOMPARE(s->SelStart(), s->TextLength());
+        s->UpTo(">", false);
+        QCOMPARE(s->SelStart(), 18);
         s->UpTo("#", false); // none going back: the start
         QCOMPARE(s->SelStart(), 0);
         s->setSelStart(14);
@@ -203,189 +172,51 @@ private Q_SLOTS:
         QCOMPARE(s->SelStart(), 18);
         s->UpTo("\r\n", true, true);
         QCOMPARE(s->SelStart(), 20);
+        // From a standing selection, Span starts at its start.
+        select(1, 4);
+        s->Span(" >", true, true);
+        QCOMPARE(s->SelText(), QString("A"));
     }
 
-    void spanFromStandingSelection()
+    // Each row is one undo step; undoing again undoes the undo, fonts and all. Keys are typed
+    // ("\r" Return, "\b" Backspace); without keys, an edit group writes.
+    void undoSteps_data()
     {
-        s->setText("abc def");
-        s->setSelStart(1);
-        s->setSelLength(4);
-        s->Span(" ", true, true);
-        QCOMPARE(s->SelStart(), 1);
-        QCOMPARE(s->SelText(), QString("bc"));
-        s->setSelStart(7);
-        s->Span(" ", false, true);
-        QCOMPARE(s->SelText(), QString("def"));
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<int>("caret");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("an edit group") << "ab" << 0 << "" << "<P>ab</P>";
+        QTest::newRow("a typed run and Return") << "ab" << 2 << "<i>\r" << "ab<i>\r\n";
+        QTest::newRow("Backspace across a line end") << "ab\r\ncd" << 4 << "\b" << "abcd";
     }
-
-    void selRtfKeepsFontsBetweenSurfaces()
+    void undoSteps()
     {
-        EditingSurface other;
-        HtmlFont.Color = 0x0000FF;
-        HtmlFont.Bold = true;
-        TextFont.Color = 0x00FF00;
+        QFETCH(QString, before);
+        QFETCH(int, caret);
+        QFETCH(QString, keys);
+        QFETCH(QString, after);
+        load(before);
+        s->setSelStart(caret);
         ApplyClassFont(*s, true);
-        s->setSelText("<B>");
-        ApplyClassFont(*s, false);
-        s->setSelText("x\r\ny");
-        s->setSelStart(0);
-        s->setSelLength(s->TextLength());
-        const QString kept = s->SelRTF();
-        other.setText("[]");
-        other.setSelStart(1);
-        other.setSelRTF(kept);
-        QCOMPARE(other.Text(), QString("[<B>x\r\ny]"));
-        QCOMPARE(other.SelStart(), 8);
-        QCOMPARE(other.fontAt(1), HtmlFont);
-        QCOMPARE(other.fontAt(3), HtmlFont);
-        QCOMPARE(other.fontAt(4), TextFont);
-        QCOMPARE(other.fontAt(7), TextFont);
-    }
-
-    void selRtfOfPlainTextIsInsertedAsText()
-    {
-        s->setText("ab");
-        s->setSelStart(1);
-        s->setSelRTF("x");
-        QCOMPARE(s->Text(), QString("axb"));
-        s->setSelStart(0);
-        s->setSelLength(1);
-        s->setSelRTF("");
-        QCOMPARE(s->Text(), QString("xb"));
-    }
-
-    void undoTwiceUndoesTheUndo()
-    {
-        s->setText("abc");
-        s->clearUndo();
-        s->setSelStart(1);
-        s->setSelLength(1);
-        s->setSelText("XYZ");
-        QCOMPARE(s->Text(), QString("aXYZc"));
-        QVERIFY(s->CanUndo());
-        QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("abc"));
-        QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("aXYZc"));
-    }
-
-    void colourPassIsNoUndoStep()
-    {
-        s->setText("abc");
-        s->setSelStart(3);
-        s->setSelText("d");
-        s->formatRange(0, 2, HtmlFont);
-        s->setSelStart(0);
-        s->setSelLength(1);
-        s->setSelColor(0xFF);
-        QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("abc"));
-    }
-
-    void editGroupIsOneUndoStep()
-    {
-        s->setText("ab");
-        {
+        const QString plain = fontClasses(*s);
+        if (keys.isEmpty()) {
             EditingSurface::EditGroup group(*s);
-            s->setSelStart(0);
             s->setSelText("<P>");
             s->setSelStart(s->TextLength());
             s->setSelText("</P>");
         }
-        QCOMPARE(s->Text(), QString("<P>ab</P>"));
+        QTest::keyClicks(s, keys);
+        QCOMPARE(s->Text(), after);
+        const QString classes = fontClasses(*s);
         QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("ab"));
+        QCOMPARE(s->Text(), before);
+        QCOMPARE(fontClasses(*s), plain);
         QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("<P>ab</P>"));
+        QCOMPARE(s->Text(), after);
+        QCOMPARE(fontClasses(*s), classes);
     }
-
-    void typedRunIsOneUndoStepAndKeepsFonts()
-    {
-        s->show();
-        QVERIFY(QTest::qWaitForWindowExposed(s));
-        s->setText("ab");
-        s->setSelStart(2);
-        HtmlFont.Color = 0xFF;
-        ApplyClassFont(*s, true);
-        QTest::keyClicks(s, "<i>");
-        QCOMPARE(s->Text(), QString("ab<i>"));
-        QCOMPARE(s->fontAt(2), HtmlFont);
-        QTest::keyClick(s, Qt::Key_Return);
-        QCOMPARE(s->Text(), QString("ab<i>\r\n"));
-        QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("ab"));
-        QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("ab<i>\r\n"));
-        QCOMPARE(s->fontAt(3), HtmlFont);
-    }
-
-    void backspaceAcrossLineEndUndoes()
-    {
-        s->show();
-        QVERIFY(QTest::qWaitForWindowExposed(s));
-        s->setText("ab\r\ncd");
-        s->setSelStart(4);
-        QTest::keyClick(s, Qt::Key_Backspace);
-        QCOMPARE(s->Text(), QString("abcd"));
-        QVERIFY(s->Undo());
-        QCOMPARE(s->Text(), QString("ab\r\ncd"));
-    }
-
-    void keyPressCanChangeOrDropTheKey()
-    {
-        s->show();
-        QVERIFY(QTest::qWaitForWindowExposed(s));
-        connect(s, &EditingSurface::KeyPress, this, [](int *k) {
-            if (*k == 'q')
-                *k = 0;
-            else if (*k == 'a')
-                *k = 'b';
-        });
-        QTest::keyClicks(s, "aqz");
-        QCOMPARE(s->Text(), QString("bz"));
-    }
-
-    void standardKeysGoToTheProgram()
-    {
-        s->show();
-        QVERIFY(QTest::qWaitForWindowExposed(s));
-        QList<EditingSurface::EditCommand> seen;
-        connect(s, &EditingSurface::editCommand, this, [&](EditingSurface::EditCommand c) { seen << c; });
-        QTest::keyClick(s, Qt::Key_V, Qt::ControlModifier);
-        QTest::keyClick(s, Qt::Key_Insert, Qt::ShiftModifier);
-        QTest::keyClick(s, Qt::Key_Insert, Qt::ControlModifier);
-        QTest::keyClick(s, Qt::Key_Delete, Qt::ShiftModifier);
-        QTest::keyClick(s, Qt::Key_Z, Qt::ControlModifier);
-        using C = EditingSurface::EditCommand;
-        QCOMPARE(seen, (QList<C>{C::Paste, C::Paste, C::Copy, C::Cut, C::Undo}));
-        QCOMPARE(s->Text(), QString());
-    }
-
-    void lineFromChar()
-    {
-        s->setLineWrapMode(QPlainTextEdit::NoWrap);
-        s->setText("a\r\nb\r\nc");
-        QCOMPARE(s->GetLineFromChar(0), 0);
-        QCOMPARE(s->GetLineFromChar(3), 1);
-        QCOMPARE(s->GetLineFromChar(6), 2);
-        QCOMPARE(s->GetLineFromChar(100), 2);
-    }
-
-    void eventBatchRaisesOneChange()
-    {
-        s->setText("abcdef");
-        QSignalSpy changes(s, &EditingSurface::Change);
-        {
-            EditingSurface::EventBatch batch(*s);
-            for (int i = 0; i < 5; ++i)
-                s->formatRange(i, 1, HtmlFont);
-        }
-        QCOMPARE(changes.count(), 1);
-    }
-
-private:
-    EditingSurface *s = nullptr;
 };
 
-QTEST_MAIN(TestEditingSurface)
+PW_TEST_MAIN(TestEditingSurface)
 #include "tst_editing_surface.moc"

@@ -1,12 +1,7 @@
 #include "test_support.h"
 
-#include "core/status_line.h"
 #include "markup/case_conversion.h"
 #include "markup/highlighter.h"
-
-#include <QLabel>
-#include <QProgressBar>
-#include <QTest>
 
 using namespace pw;
 
@@ -27,138 +22,88 @@ class TestMarkupColouring : public ProgramTest
     frmDoc *doc = nullptr;
 
     EditingSurface &text() { return *doc->Text; }
-    DocumentState &state() { return program->main().slots().state(doc->slot()); }
+    bool dirty() { return doc->state().Dirty(); }
     // Loads text in the text font, as opening a file does, and clears the dirty flag.
-    void load(const QString &content)
+    void load(const QString &content, int caret = 0)
     {
         text().setText(content);
-        text().formatRange(0, text().TextLength(), TextFont);
-        state().Dirty = False;
+        text().formatRange(0, text().TextLength(), ws().fonts.text);
+        text().setSelStart(caret);
+        doc->state().setDirty(false);
     }
-    void setUppercase(bool on) { program->main().options().setChecked(Option::UHTML, on); }
+    void colour() { HighlightDocument(ws(), *doc); }
+    void setOption(Option option, bool on) { ws().options.setChecked(option, on); }
 
 private Q_SLOTS:
     void init()
     {
         startProgram();
-        program->main().options().setChecked(Option::Highlight, true);
+        setOption(Option::Highlight, true);
         doc = program->newDocument();
-        QVERIFY(QTest::qWaitForWindowExposed(&program->main()));
+        QVERIFY(QTest::qWaitForWindowExposed(&main()));
     }
 
     void colouring_data()
     {
         QTest::addColumn<QString>("content");
+        QTest::addColumn<bool>("uppercase");
+        QTest::addColumn<QString>("expected");
         QTest::addColumn<QString>("classes");
-        QTest::newRow("tags and text") << "a<B>b</B>c" << "thhhthhhht";
-        QTest::newRow("tag inside comment") << "<!-- <B>x --><I>" << "ccccccccccccchhh";
-        QTest::newRow("tag directly behind comment") << "<!--x--><P>" << "cccccccchhh";
-        QTest::newRow("unclosed tag runs to the end") << "a<B x" << "thhhh";
-        QTest::newRow("lone closing bracket") << "a>b<I>" << "ttthhh";
-        QTest::newRow("comment in a quoted value") << "<A HREF=\"<!--x-->\">t" << runs("h17 t3");
-        QTest::newRow("tag over a line end") << "<IMG\r\nSRC=x>y" << "hhhh//hhhhhht";
-        QTest::newRow("empty text") << "" << "";
+        const auto row = [](const char *name, const QString &content, const QString &classes) {
+            QTest::newRow(name) << content << false << content << classes;
+        };
+        row("tags and text", "a<B>b</B>c", "thhhthhhht");
+        row("tag inside comment", "<!-- <B>x --><I>", runs("c13 h3"));
+        row("tag directly behind comment", "<!--x--><P>", runs("c8 h3"));
+        row("unclosed tag runs to the end", "a<B x", "thhhh");
+        row("lone closing bracket", "a>b<I>", "ttthhh");
+        row("comment in a quoted value", "<A HREF=\"<!--x-->\">t", runs("h17 t3"));
+        row("tag over a line end", "<IMG\r\nSRC=x>y", "hhhh//hhhhhht");
+        row("empty text", "", "");
+        QTest::newRow("upper case keeps quoted values") << "<a href=\"Page.htm\">x" << true
+                                                        << "<A HREF=\"Page.htm\">x" << runs("h19 t1");
+        QTest::newRow("upper case keeps text") << "<b>bold</b>" << true << "<B>bold</B>" << runs("h3 t4 h4");
+        QTest::newRow("upper case keeps tags in comments") << "<!-- <b> --><i>" << true << "<!-- <b> --><I>"
+                                                           << runs("c12 h3");
+        QTest::newRow("single quotes are ordinary") << "<img alt='x'>" << true << "<IMG ALT='X'>" << runs("h13");
+        QTest::newRow("upper case over a line end") << "<img\r\nsrc=x>" << true << "<IMG\r\nSRC=X>" << "hhhh//hhhhhh";
     }
     void colouring()
     {
         QFETCH(QString, content);
+        QFETCH(bool, uppercase);
+        QFETCH(QString, expected);
         QFETCH(QString, classes);
-        setUppercase(false);
-        load(content);
-        HighlightDocument(*doc);
+        setOption(Option::UHTML, uppercase);
+        const int caret = qMin(2, int(content.size()));
+        load(content, caret);
+        text().setSelLength(1);
+        colour();
+        QCOMPARE(text().Text(), expected);
         QCOMPARE(fontClasses(text()), classes);
-        QCOMPARE(text().Text(), content);
-        QVERIFY(program->platform->messages.isEmpty());
+        QCOMPARE(text().SelStart(), caret);
+        QCOMPARE(text().SelLength(), 0);
+        QCOMPARE(text().caretFont(), ws().fonts.text); // typing goes on in the text font
+        QVERIFY(!dirty());
+        QVERIFY(platform().messages.isEmpty());
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
-    void commentSpans()
+    void walkRecordsTheComments()
     {
         load("<P><!-- a --> <!-- b -->");
-        HighlightDocument(*doc);
-        QCOMPARE(CommentSpans().size(), 2);
-        QCOMPARE(CommentSpans()[0].CommentStart, 3);
-        QCOMPARE(CommentSpans()[0].CommentEnd, 12);
-        QCOMPARE(CommentSpans()[1].CommentStart, 14);
-        QCOMPARE(CommentSpans()[1].CommentEnd, 23);
+        const WalkResult walked = WalkTags(text(), TagWalk{}, platform());
+        QCOMPARE(walked.end, WalkEnd::Done);
+        QList<QPoint> spans;
+        for (const CommentSpan &c : walked.comments)
+            spans << QPoint(c.CommentStart, c.CommentEnd);
+        QCOMPARE(spans, (QList<QPoint>{{3, 12}, {14, 23}}));
+        QCOMPARE(fontClasses(text()), QString(24, QLatin1Char('t'))); // no fonts asked for
     }
 
-    void uppercaseOption_data()
-    {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("quoted value keeps its case") << "<a href=\"Page.htm\">x" << "<A HREF=\"Page.htm\">x";
-        QTest::newRow("upper case unchanged") << "<A HREF=\"Page.htm\">" << "<A HREF=\"Page.htm\">";
-        QTest::newRow("text between tags kept") << "<b>bold</b>" << "<B>bold</B>";
-        QTest::newRow("tag in comment kept") << "<!-- <b> --><i>" << "<!-- <b> --><I>";
-        QTest::newRow("single quotes are ordinary") << "<img alt='x'>" << "<IMG ALT='X'>";
-        QTest::newRow("tag over a line end") << "<img\r\nsrc=x>" << "<IMG\r\nSRC=X>";
-    }
-    void uppercaseOption()
-    {
-        QFETCH(QString, content);
-        QFETCH(QString, expected);
-        setUppercase(true);
-        load(content);
-        HighlightDocument(*doc);
-        QCOMPARE(text().Text(), expected);
-        QCOMPARE(state().Dirty, False);
-    }
-
-    void caretAndDirtyKept_data()
-    {
-        QTest::addColumn<qint16>("dirty");
-        QTest::newRow("clean stays clean") << False;
-        QTest::newRow("dirty stays dirty") << True;
-    }
-    void caretAndDirtyKept()
-    {
-        QFETCH(qint16, dirty);
-        load("<P>some <b>text</b>");
-        state().Dirty = dirty;
-        text().setSelStart(6);
-        text().setSelLength(3);
-        HighlightDocument(*doc);
-        QCOMPARE(state().Dirty, dirty);
-        QCOMPARE(text().SelStart(), 6);
-        QCOMPARE(text().SelLength(), 0);
-        QCOMPARE(text().caretFont(), TextFont); // typing goes on in the text font
-        QCOMPARE(StatusText(), QString());
-        QVERIFY(!QApplication::overrideCursor());
-        QVERIFY(program->main().Picture1->isHidden());
-    }
-
-    void showsStatusCursorAndProgressWhileRunning()
-    {
-        load("<A><B><C>");
-        QString status;
-        Qt::CursorShape shape = Qt::ArrowCursor;
-        bool stripShown = false;
-        program->platform->onEscapePoll = [&](int poll) {
-            if (poll != 2)
-                return;
-            status = StatusText();
-            shape = QApplication::overrideCursor() ? QApplication::overrideCursor()->shape() : Qt::ArrowCursor;
-            stripShown = program->main().Picture1->isVisible();
-        };
-        HighlightDocument(*doc);
-        QCOMPARE(status, QString(" Highlighting HTML tags...Hit ESC to abort."));
-        QCOMPARE(shape, Qt::BusyCursor);
-        QVERIFY(stripShown);
-        QCOMPARE(program->main().ProgressBar->value(), 100);
-    }
-
-    void optionOffDoesNothing()
-    {
-        program->main().options().setChecked(Option::Highlight, false);
-        load("<B>x</B>");
-        text().setSelStart(2);
-        HighlightDocument(*doc);
-        QCOMPARE(fontClasses(text()), QString("tttttttt"));
-        QCOMPARE(text().SelStart(), 2);
-        QVERIFY(text().isVisible());
-    }
-
-    // Polls: 1 discards an old press, then one per comment round, then one per tag round.
+    // Polls: 1 discards an old press, then one per comment round, then one per tag round. While the
+    // pass runs it shows its status text, the wait cursor and the progress strip; a changed document
+    // stays changed.
     void escapeEndsThePass_data()
     {
         QTest::addColumn<int>("poll");
@@ -173,75 +118,75 @@ private Q_SLOTS:
     {
         QFETCH(int, poll);
         QFETCH(QString, classes);
-        load("<A><!-- x --><!--y--> <B><C>");
-        program->platform->escapeAtPoll = {poll};
-        text().setSelStart(12);
-        HighlightDocument(*doc);
+        load("<A><!-- x --><!--y--> <B><C>", 12);
+        doc->state().setDirty(true);
+        platform().escapeAtPoll = {poll};
+        QString shown;
+        Qt::CursorShape shape = Qt::ArrowCursor;
+        platform().onEscapePoll = [&](int at) {
+            if (at == 2 && QApplication::overrideCursor()) {
+                shown = passLeftovers(main());
+                shape = QApplication::overrideCursor()->shape();
+            }
+        };
+        colour();
+        QCOMPARE(shown, QString("status text \" Highlighting HTML tags...Hit ESC to abort.\", wait cursor, "
+                                "progress strip"));
+        QCOMPARE(shape, Qt::WaitCursor);
         QCOMPARE(fontClasses(text()), classes);
         QCOMPARE(text().SelStart(), 12);
-        QVERIFY(program->platform->messages.isEmpty());
-        QCOMPARE(StatusText(), QString());
+        QVERIFY(dirty());
+        QVERIFY(platform().messages.isEmpty());
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
-    void unclosedComment_data()
+    // What was coloured before the failure stays; the box says what failed, headed by the caption.
+    void failureIsReported_data()
     {
         QTest::addColumn<QString>("content");
+        QTest::addColumn<int>("failAtPoll");
         QTest::addColumn<QString>("classes");
-        QTest::newRow("after a tag and a comment") << "<P><!--a--><!-- x" << "tttcccccccctttttt";
+        QTest::addColumn<QString>("message");
+        const QString unclosed("Untitled: 1\r\nInvalid property value\r\nError while hightlighting HTML tags!!");
+        QTest::newRow("unclosed comment behind a comment") << "<P><!--a--><!-- x" << 0 << runs("t3 c8 t6")
+                                                           << unclosed;
         // The selection length 2 - pos is still valid at the start: "<!" is coloured.
-        QTest::newRow("at the start") << "<!--x<B>" << "cctttttt";
+        QTest::newRow("unclosed comment at the start") << "<!--x<B>" << 0 << runs("c2 t6") << unclosed;
+        QTest::newRow("unforeseen failure") << "<A><B><C>" << 3 << runs("h6 t3")
+                                            << "An unforseen error was encountered!\r\nThe error is Out of memory";
     }
-    void unclosedComment()
+    void failureIsReported()
     {
         QFETCH(QString, content);
+        QFETCH(int, failAtPoll);
         QFETCH(QString, classes);
-        load(content);
-        text().setSelStart(2);
-        HighlightDocument(*doc);
-        QCOMPARE(fontClasses(text()), classes);
-        QCOMPARE(program->platform->messages.size(), 1);
-        const ScriptedPlatform::Message &m = program->platform->messages.first();
-        QCOMPARE(m.text, QString("Untitled: 1\r\nInvalid property value\r\nError while hightlighting HTML tags!!\r\n"
-                                 "More then likely you have an open ended tag.\r\nCheck your document carefully "
-                                 "where the\r\nhighlighting ended."));
-        QCOMPARE(m.style, 48);
-        QCOMPARE(m.title, AppTitle());
-        QCOMPARE(text().SelStart(), 2);
-        QCOMPARE(state().Dirty, False);
-    }
-
-    void unforeseenFailureIsReported()
-    {
-        load("<A><B><C>");
-        text().setSelStart(4);
-        program->platform->onEscapePoll = [](int poll) {
-            if (poll == 3)
+        QFETCH(QString, message);
+        load(content, 2);
+        platform().onEscapePoll = [failAtPoll](int poll) {
+            if (poll == failAtPoll)
                 throw std::runtime_error("Out of memory");
         };
-        HighlightDocument(*doc);
-        QCOMPARE(program->platform->messages.size(), 1);
-        QCOMPARE(program->platform->messages.first().text,
-                 QString("An unforseen error was encountered!\r\nThe error is Out of memory\r\nCheck your "
-                         "document carefully where the\r\nhighlighting ended.  More than likely\r\nsomething "
-                         "in your document caused this error."));
-        QCOMPARE(program->platform->messages.first().style, 48);
-        QCOMPARE(fontClasses(text()), QString("hhhhhhttt")); // both tags done before the failure
-        QCOMPARE(text().SelStart(), 4);
-        QCOMPARE(state().Dirty, False);
-        QVERIFY(!QApplication::overrideCursor());
+        colour();
+        QCOMPARE(fontClasses(text()), classes);
+        QCOMPARE(platform().messages.size(), 1);
+        QVERIFY2(platform().messages[0].text.startsWith(message), qPrintable(platform().messages[0].text));
+        QCOMPARE(platform().messages[0].style, 48);
+        QCOMPARE(text().SelStart(), 2);
+        QVERIFY(!dirty());
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
     void textAddedDuringThePassIsWalkedToo()
     {
-        setUppercase(true);
+        setOption(Option::UHTML, true);
         load("<a><b><c>");
-        program->platform->onEscapePoll = [this](int poll) {
+        platform().onEscapePoll = [this](int poll) {
             if (poll != 2)
                 return;
             text().setSelStart(text().TextLength());
             text().setSelText("<d>");
         };
-        HighlightDocument(*doc);
+        colour();
         QCOMPARE(text().Text(), QString("<A><B><C><D>"));
         QCOMPARE(fontClasses(text()), QString(12, QLatin1Char('h')));
     }
@@ -249,129 +194,93 @@ private Q_SLOTS:
     void previewTouchesNoDocumentState()
     {
         load("<P>x");
-        state().Dirty = False;
         EditingSurface sample;
-        FontClass t, h, c;
-        t.Color = 0x0000FF;
-        h.Color = 0x00FF00;
-        h.Bold = true;
-        c.Color = 0xFF0000;
-        c.Italic = true;
+        ClassFonts fonts = ws().fonts;
+        std::swap(fonts.text, fonts.html); // not the workspace's classes
+        sample.setClassFonts(&fonts);
         sample.setText("<B>x</B><!-- c -->");
-        sample.formatRange(0, sample.TextLength(), t);
-        bool quiet = true;
-        program->platform->onEscapePoll = [&](int) {
-            quiet = quiet && StatusText().isEmpty() && !QApplication::overrideCursor()
-                    && program->main().Picture1->isHidden();
-        };
-        HighlightPreview(sample, t, h, c, "Configure Editor");
-        QVERIFY(quiet);
-        QCOMPARE(sample.fontAt(0), h);
-        QCOMPARE(sample.fontAt(3), t);
-        QCOMPARE(sample.fontAt(9), c);
-        QCOMPARE(sample.caretFont(), t);
-        QCOMPARE(state().Dirty, False);
+        sample.formatRange(0, sample.TextLength(), fonts.text);
+        QStringList shown;
+        platform().onEscapePoll = [&](int) { shown << passLeftovers(main()); };
+        HighlightPreview(ws(), sample, fonts, "Configure Editor");
+        QVERIFY(!shown.isEmpty());
+        QCOMPARE(shown.join(QString()), QString());
+        QCOMPARE(fontClasses(sample), runs("h3 t1 h4 c10"));
+        QCOMPARE(sample.caretFont(), fonts.text);
+        QVERIFY(!dirty());
         QCOMPARE(fontClasses(text()), QString("tttt"));
     }
 
+    // Switching on asks whether to colour the open documents; switching off uncolours them.
     void toggleHighlighting_data()
     {
+        QTest::addColumn<bool>("on");
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("checked");
         QTest::addColumn<QString>("classes");
-        QTest::newRow("yes colours open documents") << 6 << true << "hhhthhhh";
-        QTest::newRow("no leaves them") << 7 << true << "tttttttt";
-        QTest::newRow("cancel takes the switch back") << 2 << false << "tttttttt";
+        QTest::newRow("yes colours open documents") << false << 6 << true << "hhhthhhh";
+        QTest::newRow("no leaves them") << false << 7 << true << "tttttttt";
+        QTest::newRow("cancel takes the switch back") << false << 2 << false << "tttttttt";
+        QTest::newRow("switching off uncolours") << true << 0 << false << "tttttttt";
     }
     void toggleHighlighting()
     {
+        QFETCH(bool, on);
         QFETCH(int, answer);
         QFETCH(bool, checked);
         QFETCH(QString, classes);
-        program->main().options().setChecked(Option::Highlight, false);
-        load("<B>x</B>");
-        program->platform->answers.enqueue(answer);
-        ToggleHighlighting();
-        QCOMPARE(program->platform->messages.size(), 1);
-        QCOMPARE(program->platform->messages.first().text, QString("Highlight open documents?"));
-        QCOMPARE(program->platform->messages.first().style, 51);
-        QCOMPARE(program->main().options().isChecked(Option::Highlight), checked);
+        setOption(Option::Highlight, on);
+        load("<B>x</B>", 4);
+        colour();
+        platform().answers.enqueue(answer);
+        ToggleHighlighting(ws());
+        QCOMPARE(platform().messages.size(), on ? 0 : 1);
+        if (!on)
+            QCOMPARE(platform().messages.first().text, QString("Highlight open documents?"));
+        QCOMPARE(ws().options.isChecked(Option::Highlight), checked);
         QCOMPARE(doc->item("mnuOptionHTML")->isChecked(), checked);
         QCOMPARE(fontClasses(text()), classes);
-        QCOMPARE(state().Dirty, False);
-    }
-
-    void switchingOffUncolours()
-    {
-        load("<B>x</B><!--c-->");
-        HighlightDocument(*doc);
-        text().setSelStart(4);
-        ToggleHighlighting();
-        QVERIFY(!program->main().options().isChecked(Option::Highlight));
-        QVERIFY(program->platform->messages.isEmpty());
-        QCOMPARE(fontClasses(text()), QString(16, QLatin1Char('t')));
         QCOMPARE(text().SelStart(), 4);
-        QCOMPARE(state().Dirty, False);
+        QVERIFY(!dirty());
     }
 
+    // Quoted values and comments are kept; each tag takes the format of its end, as writing its
+    // SelText would (the first character is in the comment font beforehand).
     void conversion_data()
     {
         QTest::addColumn<QString>("content");
+        QTest::addColumn<int>("escapeAt");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("quoted value kept") << "<body bgcolor=\"Red\">" << "<BODY BGCOLOR=\"Red\">";
-        QTest::newRow("comment kept, tag behind it converted") << "<!-- <b> --><i>" << "<!-- <b> --><I>";
-        QTest::newRow("text between tags kept") << "<p>hello <br>world" << "<P>hello <BR>world";
-        QTest::newRow("unclosed comment ends the walk") << "<b><!-- <i>" << "<b><!-- <i>";
+        QTest::addColumn<QChar>("first");
+        QTest::newRow("quoted value kept") << "<body bgcolor=\"Red\">" << 0 << "<BODY BGCOLOR=\"Red\">" << QChar('t');
+        QTest::newRow("comment kept, tag behind it converted") << "<!-- <b> --><i>" << 0 << "<!-- <b> --><I>"
+                                                               << QChar('c');
+        QTest::newRow("text between tags kept") << "<p>hello <br>world" << 0 << "<P>hello <BR>world" << QChar('t');
+        QTest::newRow("unclosed comment ends the walk") << "<b><!-- <i>" << 0 << "<b><!-- <i>" << QChar('c');
+        QTest::newRow("Escape after the second tag") << "<a><b><c>" << 3 << "<A><B><c>" << QChar('t');
     }
     void conversion()
     {
         QFETCH(QString, content);
+        QFETCH(int, escapeAt);
         QFETCH(QString, expected);
-        load(content);
-        text().setSelStart(1);
-        ConvertTagsToUpper(*doc);
+        QFETCH(QChar, first);
+        load(content, 1);
+        text().formatRange(0, 1, ws().fonts.comment);
+        platform().escapeAtPoll = {escapeAt};
+        ConvertTagsToUpper(ws(), *doc);
         QCOMPARE(text().Text(), expected);
-        QCOMPARE(state().Dirty, True);
+        QCOMPARE(fontClasses(text())[0], first);
+        QVERIFY(dirty());
         QCOMPARE(text().SelStart(), 1);
-        QVERIFY(program->platform->messages.isEmpty());
-        QCOMPARE(StatusText(), QString());
-    }
-
-    void conversionIsOneUndoStep()
-    {
-        load("<p>a<b>b</b>");
-        ConvertTagsToUpper(*doc);
-        QCOMPARE(text().Text(), QString("<P>a<B>b</B>"));
-        QVERIFY(text().Undo());
-        QCOMPARE(text().Text(), QString("<p>a<b>b</b>"));
-    }
-
-    void conversionGivesEachTagTheFormatOfItsEnd()
-    {
-        load("<b>x");
-        text().formatRange(1, 1, CommentFont);
-        ConvertTagsToUpper(*doc);
-        QCOMPARE(fontClasses(text()), QString("tttt")); // as writing the tag's SelText would
-    }
-
-    void escapeEndsTheConversion()
-    {
-        load("<a><b><c>");
-        program->platform->escapeAtPoll = {3}; // after the second tag
-        ConvertTagsToUpper(*doc);
-        QCOMPARE(text().Text(), QString("<A><B><c>"));
-    }
-
-    void uppercaseOptionOnlyFlips()
-    {
-        load("<b>x</b>");
-        const bool before = program->main().options().isChecked(Option::UHTML);
-        ToggleUppercaseOption();
-        QCOMPARE(program->main().options().isChecked(Option::UHTML), !before);
-        QCOMPARE(doc->item("mnuOptionUHTML")->isChecked(), !before);
-        QCOMPARE(text().Text(), QString("<b>x</b>"));
+        QVERIFY(platform().messages.isEmpty());
+        QCOMPARE(passLeftovers(main()), QString());
+        if (expected != content) { // one undo step
+            QVERIFY(text().Undo());
+            QCOMPARE(text().Text(), content);
+        }
     }
 };
 
-QTEST_MAIN(TestMarkupColouring)
+PW_TEST_MAIN(TestMarkupColouring)
 #include "tst_markup_colouring.moc"

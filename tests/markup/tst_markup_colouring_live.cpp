@@ -1,13 +1,10 @@
 #include "test_support.h"
 
-#include "core/status_line.h"
+#include "core/status_presenter.h"
 #include "markup/highlighter.h"
 
 #include <QLabel>
 #include <QMenu>
-#include <QTest>
-#include <QTextBlock>
-#include <QToolBar>
 
 using namespace pw;
 
@@ -20,77 +17,63 @@ class TestMarkupColouringLive : public ProgramTest
 
     EditingSurface &text() { return *doc->Text; }
     void type(const QString &keys) { QTest::keyClicks(&text(), keys); }
-    // A coloured document, and the caret put somewhere as a mouse click would.
-    void loadColoured(const QString &content, int caret)
+    void key(Qt::Key k) { QTest::keyClick(&text(), k); }
+    bool enabled(const char *button) { return program->button(button)->isEnabled(); }
+    void load(const QString &content, int selStart = 0, int selLength = 0)
     {
         text().setText(content);
-        text().formatRange(0, text().TextLength(), TextFont);
-        HighlightDocument(*doc);
-        text().setSelStart(text().TextLength()); // from elsewhere, as a click moves it
-        text().setSelStart(caret);
+        text().setSelStart(selStart);
+        text().setSelLength(selLength);
     }
 
 private Q_SLOTS:
     void init()
     {
         startProgram();
-        main().options().setChecked(Option::Highlight, true);
+        ws().options.setChecked(Option::Highlight, true);
         doc = program->newDocument();
         QVERIFY(QTest::qWaitForWindowExposed(&main()));
     }
 
+    // A typed character takes its font from what it opens or closes; after a jump of the caret,
+    // from what stands around it.
     void typing_data()
     {
         QTest::addColumn<bool>("highlight");
+        QTest::addColumn<QString>("content");
+        QTest::addColumn<int>("caret");
         QTest::addColumn<QString>("keys");
         QTest::addColumn<QString>("classes");
-        QTest::newRow("tag then text") << true << "<B>x" << "hhht";
-        QTest::newRow("comment opener") << true << "<!--" << "cccc";
-        QTest::newRow("comment closed then text") << true << "<!-- a -->b" << "cccccccccct";
-        QTest::newRow("end tag behind text") << true << "a<I>b</I>c" << "thhhthhhht";
-        QTest::newRow("bang outside a tag") << true << "a!<" << "tth";
-        QTest::newRow("highlighting off") << false << "<!--<B>x" << "tttttttt";
+        QTest::newRow("tag then text") << true << "" << 0 << "<B>x" << "hhht";
+        QTest::newRow("comment opener") << true << "" << 0 << "<!--" << "cccc";
+        QTest::newRow("comment closed then text") << true << "" << 0 << "<!-- a -->b" << "cccccccccct";
+        QTest::newRow("end tag behind text") << true << "" << 0 << "a<I>b</I>c" << "thhhthhhht";
+        QTest::newRow("bang outside a tag") << true << "" << 0 << "a!<" << "tth";
+        QTest::newRow("highlighting off") << false << "" << 0 << "<!--<B>x" << "tttttttt";
+        QTest::newRow("jump into the middle of a tag") << true << "x<A HREF=X>yz" << 4 << "Q" << "thhhhhhhhhhhtt";
+        QTest::newRow("jump behind a tag") << true << "<A HREF=X>yz" << 11 << "Q" << "hhhhhhhhhhttt";
+        QTest::newRow("jump into a comment") << true << "x<!-- abc -->" << 7 << "Q" << "tccccccccccccc";
+        QTest::newRow("jump right behind a closed comment") << true << "<!-- a -->b" << 10 << "Q" << "cccccccccctt";
+        QTest::newRow("jump to the start: the font there") << true << "<B>x" << 0 << "Q" << "hhhht";
     }
     void typing()
     {
         QFETCH(bool, highlight);
+        QFETCH(QString, content);
+        QFETCH(int, caret);
         QFETCH(QString, keys);
         QFETCH(QString, classes);
-        main().options().setChecked(Option::Highlight, highlight);
+        ws().options.setChecked(Option::Highlight, highlight);
+        text().setText(content);
+        HighlightDocument(ws(), *doc);
+        text().setSelStart(text().TextLength()); // from elsewhere, as a click moves it
+        text().setSelStart(caret);
         type(keys);
-        QCOMPARE(text().Text(), keys);
+        QCOMPARE(text().Text(), QString(content).insert(caret, keys));
         QCOMPARE(fontClasses(text()), classes);
     }
 
-    void caretJump_data()
-    {
-        QTest::addColumn<QString>("content");
-        QTest::addColumn<int>("caret");
-        QTest::addColumn<QChar>("font");
-        QTest::newRow("into the middle of a tag") << "x<A HREF=x>yz" << 4 << QChar('h');
-        QTest::newRow("behind a tag") << "<A HREF=x>yz" << 11 << QChar('t');
-        QTest::newRow("into a comment") << "x<!-- abc -->" << 7 << QChar('c');
-        QTest::newRow("right behind a closed comment") << "<!-- a -->b" << 10 << QChar('t');
-    }
-    void caretJump()
-    {
-        QFETCH(QString, content);
-        QFETCH(int, caret);
-        QFETCH(QChar, font);
-        loadColoured(content, caret);
-        type("Q");
-        QCOMPARE(text().Mid(caret, 1), QString("Q"));
-        QCOMPARE(fontClasses(text())[caret], font);
-    }
-
-    void caretAtStartTakesTheFontThere()
-    {
-        loadColoured("<B>x", 0);
-        type("Q");
-        QCOMPARE(fontClasses(text()), QString("hhhht"));
-    }
-
-    void tabIsFourBlanks_data()
+    void tabIsFourBlanksAndEscapeKeepsTheSelection_data()
     {
         QTest::addColumn<int>("selStart");
         QTest::addColumn<int>("selLength");
@@ -98,81 +81,48 @@ private Q_SLOTS:
         QTest::newRow("at the caret") << 1 << 0 << "a    bc";
         QTest::newRow("replacing a selection") << 1 << 2 << "a    ";
     }
-    void tabIsFourBlanks()
+    void tabIsFourBlanksAndEscapeKeepsTheSelection()
     {
         QFETCH(int, selStart);
         QFETCH(int, selLength);
         QFETCH(QString, expected);
-        text().setText("abc");
-        text().setSelStart(selStart);
-        text().setSelLength(selLength);
-        const qint16 before = doc->LastKeyAscii;
-        QTest::keyClick(&text(), Qt::Key_Tab);
+        load("abc", selStart, selLength);
+        key(Qt::Key_Tab);
         QCOMPARE(text().Text(), expected);
         QCOMPARE(text().SelStart(), selStart + 4);
-        QCOMPARE(doc->LastKeyAscii, before);
-    }
-
-    void escapeKeepsTheSelection()
-    {
-        text().setText("abc");
-        text().setSelStart(1);
-        text().setSelLength(2);
-        QTest::keyClick(&text(), Qt::Key_Escape);
+        // Escape keeps a selection.
+        load("abc", 1, 2);
+        key(Qt::Key_Escape);
         QCOMPARE(text().Text(), QString("abc"));
         QCOMPARE(text().SelLength(), 2);
     }
 
-    void changeUpdatesStateAndPanels()
+    // An untitled document can be saved before any change, its Save item waits for one. Cut and
+    // Copy follow the selection, the panels the length; a change clears panel 1.
+    void buttonsAndPanelsFollowTheDocument()
     {
-        DocumentState &state = main().slots().state(doc->slot());
-        state.Dirty = False;
-        main().setButtonEnabled("imgFileSave", false);
-        main().setButtonEnabled("imgUndo", false);
-        SetStatusText("a message");
+        ws().status.SetStatusText("a message");
+        QVERIFY(enabled("imgFileSave") && !doc->item("mnuFileSave")->isEnabled());
         type("ab");
-        QCOMPARE(state.Dirty, True);
-        QVERIFY(main().button("imgFileSave")->isEnabled());
-        QVERIFY(main().button("imgUndo")->isEnabled());
+        QVERIFY(doc->item("mnuFileSave")->isEnabled());
         QCOMPARE(main().Panel3->text(), QString("Size: 2"));
         QCOMPARE(main().Panel2->text(), QString("Line: 1 "));
         QCOMPARE(main().Panel1->text(), QString());
-        QTest::keyClick(&text(), Qt::Key_Backspace);
-        QTest::keyClick(&text(), Qt::Key_Backspace);
+        QVERIFY(!enabled("imgEditCut") && !enabled("imgEditCopy"));
+        text().setSelStart(0);
+        text().setSelLength(2);
+        QVERIFY(enabled("imgEditCut") && enabled("imgEditCopy"));
+        key(Qt::Key_Backspace);
         QCOMPARE(main().Panel3->text(), QString("Size: ")); // the picture prints nothing for 0
-    }
-
-    void iconFlipsAtEachHundredthCharacter()
-    {
-        text().setText(QString(98, QLatin1Char('x')));
-        text().setSelStart(98);
-        const qint64 original = doc->windowIcon().cacheKey();
-        type("y");
-        QCOMPARE(doc->windowIcon().cacheKey(), original);
-        type("y"); // 100
-        const qint64 hundred = doc->windowIcon().cacheKey();
-        QVERIFY(hundred != original);
-        type("y"); // 101: flips back to the other picture
-        const qint64 other = doc->windowIcon().cacheKey();
-        QVERIFY(other != hundred);
-        QVERIFY(other != original);
-    }
-
-    void lineShownOnKeyDown()
-    {
-        text().setText("one\r\ntwo\r\nthree");
-        text().setSelStart(10);
-        main().Panel2->setText("Line: 1 ");
-        QTest::keyClick(&text(), Qt::Key_Right);
-        QCOMPARE(main().Panel2->text(), QString("Line: 3 "));
+        QVERIFY(!enabled("imgEditCut") && !enabled("imgEditCopy"));
     }
 
     void lineFollowsTheCaretOfTheDocumentInFront()
     {
-        text().setText("one\r\ntwo\r\nthree");
-        const QTextCursor third(text().document()->findBlockByNumber(2));
-        QTest::mouseClick(text().viewport(), Qt::LeftButton, {}, text().cursorRect(third).center());
+        load("one\r\ntwo\r\nthree", 10);
         QCOMPARE(main().Panel2->text(), QString("Line: 3 "));
+        key(Qt::Key_Up);
+        QCOMPARE(main().Panel2->text(), QString("Line: 2 "));
         text().setSelStart(0);
         QCOMPARE(main().Panel2->text(), QString("Line: 1 "));
         // A caret moved in a document behind leaves the panel to the one in front.
@@ -183,40 +133,15 @@ private Q_SLOTS:
         QCOMPARE(main().Panel2->text(), shown);
     }
 
-    void selectionEnablesCutAndCopy()
-    {
-        text().setText("abc");
-        text().setSelStart(0);
-        text().setSelLength(2);
-        QVERIFY(main().button("imgEditCut")->isEnabled());
-        QVERIFY(main().button("imgEditCopy")->isEnabled());
-        text().setSelStart(1);
-        QVERIFY(!main().button("imgEditCut")->isEnabled());
-        QVERIFY(!main().button("imgEditCopy")->isEnabled());
-    }
-
     void rightButtonOpensTheEditMenu()
     {
         QMenu *edit = doc->menu("mnuEdit");
         QVERIFY(edit);
-        QTest::mouseClick(text().viewport(), Qt::LeftButton, {}, QPoint(20, 20));
-        QVERIFY(!edit->isVisible());
         QTest::mouseClick(text().viewport(), Qt::RightButton, {}, QPoint(20, 20));
         QTRY_VERIFY(edit->isVisible());
         edit->close();
     }
-
-    void focusShowsHiddenMarkupTools()
-    {
-        main().SetMarkupToolsHidden(true);
-        Q_EMIT text().GotFocus();
-        QVERIFY(!main().markupToolsHidden());
-        main().options().setChecked(Option::Toolbar, false);
-        main().SetMarkupToolsHidden(true);
-        Q_EMIT text().GotFocus();
-        QVERIFY(main().markupToolsHidden());
-    }
 };
 
-QTEST_MAIN(TestMarkupColouringLive)
+PW_TEST_MAIN(TestMarkupColouringLive)
 #include "tst_markup_colouring_live.moc"

@@ -1,54 +1,48 @@
-#include "isolated_main.h"
 #include "test_support.h"
 
-#include "core/settings_store.h"
 #include "files/previous_lists.h"
-
-#include <QMenu>
-#include <QTest>
 
 using namespace pw;
 
-// The previous-file list: the main menu's ten items, the documents' copies and the settings' list.
+namespace {
+QString page(int n)
+{
+    return QStringLiteral("/home/ann/site/page%1.html").arg(n);
+}
+// The list after page1 to pageN were added in turn: pageN first.
+QStringList pages(int n)
+{
+    QStringList entries;
+    for (int i = n; i >= 1; --i)
+        entries << page(i);
+    return entries;
+}
+QStringList pages(std::initializer_list<int> numbers)
+{
+    QStringList entries;
+    for (int n : numbers)
+        entries << page(n);
+    return entries;
+}
+} // namespace
+
+// The previous-file list: its rules, and every File menu showing it.
 class TestPreviousLists : public ProgramTest
 {
     Q_OBJECT
 
-    QAction *master(const QString &name)
-    {
-        for (QMenu *menu : program->main().mainMenus())
-            if (auto *action = menu->findChild<QAction *>(name))
-                return action;
-        return nullptr;
-    }
-    static QString item(int i) { return QStringLiteral("mnuFilePrevious(%1)").arg(i); }
-    // The entries of the visible items of a menu, in menu order.
-    template<typename Find> static QStringList shownEntries(Find find)
+    // What the File menu of a document (null: the main one) shows: the data of its visible items,
+    // then whether the separator shows.
+    QStringList shown(frmDoc *doc)
     {
         QStringList entries;
         for (int i = 1; i <= 10; ++i)
-            if (QAction *a = find(item(i)); a && a->isVisible())
+            if (QAction *a = program->item(doc, QStringLiteral("mnuFilePrevious(%1)").arg(i)); a->isVisible())
                 entries << a->data().toString();
-        return entries;
-    }
-    QStringList masterEntries()
-    {
-        return shownEntries([this](const QString &n) { return master(n); });
-    }
-    static QString path(int n) { return QStringLiteral("/home/ann/site/page%1.html").arg(n); }
-    static void addPaths(int count)
-    {
-        for (int n = 1; n <= count; ++n)
-            AddPreviousFile(path(n));
+        return entries << (program->item(doc, "mnuFileSep1")->isVisible() ? "separator" : "no separator");
     }
 
 private Q_SLOTS:
-    void init()
-    {
-        PreviousEntries = {};
-        program = new TestProgram;
-    }
-
     void shortening_data()
     {
         QTest::addColumn<QString>("path");
@@ -63,9 +57,6 @@ private Q_SLOTS:
         QTest::newRow("drive, separator where the search starts")
             << "C:\\x\\abcdefghij\\klmnopqrstuvwxyz0123456789abcd.htm" << "\\"
             << "C:\\...\\klmnopqrstuvwxyz0123456789abcd.htm";
-        QTest::newRow("drive, blanks in folders")
-            << "D:\\Web Sites\\Tessaline\\Product pages\\2024\\Spring\\catalogue.html" << "\\"
-            << "D:\\...\\2024\\Spring\\catalogue.html";
         QTest::newRow("drive, long file name: nothing after the dots")
             << "C:\\a\\bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb.htm" << "\\" << "C:\\...";
         QTest::newRow("network path keeps its server")
@@ -77,10 +68,6 @@ private Q_SLOTS:
         QTest::newRow("slash path, long first folder")
             << "/tessaline-web-site-archive-2024/pages/products/spring/index.html" << "/"
             << "/.../pages/products/spring/index.html";
-        QTest::newRow("slash path, long file name")
-            << "/home/ann/x/aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa.html" << "/" << "/home/...";
-        QTest::newRow("relative slash path")
-            << "sites/tessaline/products/spring/2024/catalogue.html" << "/" << "sites/.../spring/2024/catalogue.html";
     }
     void shortening()
     {
@@ -91,127 +78,74 @@ private Q_SLOTS:
         QVERIFY(shown.size() <= 41);
     }
 
-    void newestFirstAndTheEleventhDropsTheOldest()
+    void adding_data()
     {
-        QVERIFY(!master("mnuFileSep1")->isVisible());
-        addPaths(11);
-        QStringList expected;
-        for (int n = 11; n >= 2; --n)
-            expected << path(n);
-        QCOMPARE(masterEntries(), expected);
-        QCOMPARE(PreviousEntries[PreviousKind::Files], expected);
-        QVERIFY(master("mnuFileSep1")->isVisible());
-        QCOMPARE(master(item(1))->text(), path(11));
-        QCOMPARE(PreviousFile(10), path(2));
-    }
-
-    void anEntryAddedAgainMovesToTheTop_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QString>("again");
+        QTest::addColumn<QStringList>("entries");
+        QTest::addColumn<QString>("path");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("the first again leaves one entry")
-            << 3 << path(3) << QStringList{path(3), path(2), path(1)};
-        QTest::newRow("the fifth moves up and closes the gap")
-            << 6 << path(2) << QStringList{path(2), path(6), path(5), path(4), path(3), path(1)};
+        QTest::newRow("to an empty list") << QStringList() << page(1) << pages(1);
+        QTest::newRow("an eleventh drops the oldest") << pages(10) << page(11) << pages(11).mid(0, 10);
+        QTest::newRow("the first again leaves one entry") << pages(3) << page(3) << pages(3);
+        QTest::newRow("the fifth moves up and closes the gap") << pages(6) << page(2) << pages({2, 6, 5, 4, 3, 1});
         QTest::newRow("the fifth of a full list keeps the tenth")
-            << 10 << path(6)
-            << QStringList{path(6), path(10), path(9), path(8), path(7), path(5), path(4), path(3), path(2), path(1)};
-        QTest::newRow("the tenth of a full list")
-            << 10 << path(1)
-            << QStringList{path(1), path(10), path(9), path(8), path(7), path(6), path(5), path(4), path(3), path(2)};
-    }
-    void anEntryAddedAgainMovesToTheTop()
-    {
-        QFETCH(int, count);
-        QFETCH(QString, again);
-        QFETCH(QStringList, expected);
-        addPaths(count);
-        AddPreviousFile(again);
-        QCOMPARE(masterEntries(), expected);
-        QCOMPARE(PreviousEntries[PreviousKind::Files], expected);
-        for (int i = expected.size() + 1; i <= 10; ++i) {
-            QVERIFY(!master(item(i))->isVisible());
-            QVERIFY(master(item(i))->data().toString().isEmpty());
-        }
-    }
-
-    void pathsThatShortenAlikeCountAsOne()
-    {
+            << pages(10) << page(6) << pages({6, 10, 9, 8, 7, 5, 4, 3, 2, 1});
         // Both show as "/home/.../products/spring/catalogue.html".
-        const QString ann = QStringLiteral("/home/ann/sites/tessaline/products/spring/catalogue.html");
-        const QString bob = QStringLiteral("/home/bob/sites/tessaline/products/spring/catalogue.html");
-        AddPreviousFile(path(1));
-        AddPreviousFile(ann);
-        AddPreviousFile(bob);
-        QCOMPARE(masterEntries(), (QStringList{bob, path(1)}));
+        QTest::newRow("paths that shorten alike count as one")
+            << QStringList{"/home/ann/sites/tessaline/products/spring/catalogue.html", page(1)}
+            << "/home/bob/sites/tessaline/products/spring/catalogue.html"
+            << QStringList{"/home/bob/sites/tessaline/products/spring/catalogue.html", page(1)};
+    }
+    void adding()
+    {
+        QFETCH(QStringList, entries);
+        QFETCH(QString, path);
+        QFETCH(QStringList, expected);
+        QCOMPARE(WithPreviousFile(entries, path), expected);
     }
 
-    void removalMovesTheOnesBelowUp_data()
+    void removing_data()
     {
-        QTest::addColumn<int>("count");
+        QTest::addColumn<QStringList>("entries");
         QTest::addColumn<int>("index");
         QTest::addColumn<QStringList>("expected");
-        QTest::newRow("the first") << 3 << 1 << QStringList{path(2), path(1)};
-        QTest::newRow("one in the middle") << 4 << 2 << QStringList{path(4), path(2), path(1)};
-        QTest::newRow("the last of three") << 3 << 3 << QStringList{path(3), path(2)};
-        QTest::newRow("the tenth") << 10 << 10
-                                   << QStringList{path(10), path(9), path(8), path(7), path(6), path(5), path(4),
-                                                  path(3), path(2)};
+        QTest::newRow("the first") << pages(3) << 1 << pages(2);
+        QTest::newRow("the tenth") << pages(10) << 10 << pages({10, 9, 8, 7, 6, 5, 4, 3, 2});
+        QTest::newRow("one past the end") << pages(3) << 4 << pages(3);
     }
-    void removalMovesTheOnesBelowUp()
+    void removing()
     {
-        QFETCH(int, count);
+        QFETCH(QStringList, entries);
         QFETCH(int, index);
         QFETCH(QStringList, expected);
-        addPaths(count);
-        RemovePreviousFile(index);
-        QCOMPARE(masterEntries(), expected);
-        QCOMPARE(PreviousEntries[PreviousKind::Files], expected);
-        QCOMPARE(PreviousFile(index), expected.value(index - 1));
+        QCOMPARE(WithoutPreviousFile(entries, index), expected);
     }
 
-    void documentMenusFollowTheMainMenu()
+    // The main menu and every document's menu, those made before the change and after, show the
+    // same items; a path's "&" shows as itself, not as a shortcut mark.
+    void everyFileMenuShowsTheList()
     {
-        frmDoc *first = program->newDocument();
-        frmDoc *second = program->newDocument();
-        addPaths(3);
-        RemovePreviousFile(2);
-        frmDoc *third = program->newDocument(); // made after the change
-        for (frmDoc *doc : {first, second, third}) {
-            QCOMPARE(shownEntries([doc](const QString &n) { return doc->item(n); }), masterEntries());
-            for (int i = 1; i <= 10; ++i) {
-                QCOMPARE(doc->item(item(i))->text(), master(item(i))->text());
-                QCOMPARE(doc->item(item(i))->isVisible(), master(item(i))->isVisible());
-            }
-            QVERIFY(doc->item(QStringLiteral("mnuFileSep1"))->isVisible());
+        frmDoc *before = program->newDocument();
+        QCOMPARE(shown(nullptr), QStringList{"no separator"});
+        QCOMPARE(shown(before), QStringList{"no separator"});
+
+        QStringList entries = pages(9);
+        entries.prepend(QStringLiteral("/home/ann/a&b.html"));
+        ws().setPreviousFiles(entries);
+        frmDoc *after = program->newDocument();
+        for (frmDoc *doc : std::initializer_list<frmDoc *>{nullptr, before, after}) {
+            QCOMPARE(shown(doc), entries + QStringList{"separator"});
+            QCOMPARE(program->item(doc, "mnuFilePrevious(1)")->text(), QStringLiteral("/home/ann/a&&b.html"));
+            QCOMPARE(program->item(doc, "mnuFilePrevious(10)")->text(), page(1));
         }
-        QCOMPARE(masterEntries(), (QStringList{path(3), path(1)}));
-    }
 
-    void loadShowsTheStoredList()
-    {
-        PreviousEntries[PreviousKind::Files] = {path(1), QStringLiteral("/home/ann/a&b.html")};
-        frmDoc *doc = program->newDocument();
-        LoadPreviousFileMenus();
-        QCOMPARE(masterEntries(), PreviousEntries[PreviousKind::Files]);
-        QCOMPARE(shownEntries([doc](const QString &n) { return doc->item(n); }), masterEntries());
-        QVERIFY(master("mnuFileSep1")->isVisible());
-        // A path's "&" shows as itself, not as a shortcut mark.
-        QCOMPARE(master(item(2))->text(), QStringLiteral("/home/ann/a&&b.html"));
-    }
-
-    // The start opens its command-line file before the menus are built from the settings.
-    void aFileAddedBeforeTheLoadGoesOnTopOfTheStoredList()
-    {
-        PreviousEntries[PreviousKind::Files] = {path(1), path(2)};
-        AddPreviousFile(path(3));
-        LoadPreviousFileMenus();
-        const QStringList expected{path(3), path(1), path(2)};
-        QCOMPARE(masterEntries(), expected);
-        QCOMPARE(PreviousEntries[PreviousKind::Files], expected);
+        RemovePreviousFile(ws(), 1);
+        QCOMPARE(shown(nullptr), pages(9) + QStringList{"separator"});
+        QCOMPARE(shown(after), shown(nullptr));
+        ws().setPreviousFiles({});
+        QCOMPARE(shown(before), QStringList{"no separator"});
+        QCOMPARE(shown(nullptr), QStringList{"no separator"});
     }
 };
 
-PW_ISOLATED_TEST_MAIN(TestPreviousLists)
+PW_TEST_MAIN(TestPreviousLists)
 #include "tst_previous_lists.moc"

@@ -1,14 +1,9 @@
-#include "isolated_main.h"
 #include "test_support.h"
 
-#include "core/status_line.h"
 #include "files/autosave.h"
+#include "platform/file_handles.h"
 #include "platform/message_box.h"
 
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
-#include <QTest>
 #include <QTimer>
 
 using namespace pw;
@@ -19,67 +14,57 @@ QStringList autosavedFiles()
     return QDir(AutoSaveFolder()).entryList(QDir::Files, QDir::Name);
 }
 
-QByteArray readAll(const QString &path)
+QString fileOf(int slot)
 {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    return AutoSaveFolder() + QLatin1Char('/') + AutoSaveFileName(slot);
 }
-
-void tick(int times)
-{
-    for (int i = 0; i < times; ++i)
-        tmrAutoSave_Timer();
-}
-
 } // namespace
 
 class TestAutoSave : public ProgramTest
 {
     Q_OBJECT
 
+    AutoSave &autoSave() { return program->app.autoSave(); }
+    void tick(int times)
+    {
+        for (int i = 0; i < times; ++i)
+            autoSave().tmrAutoSave_Timer();
+    }
+
 private Q_SLOTS:
     void init()
     {
-        QStandardPaths::setTestModeEnabled(true);
         QDir(AutoSaveFolder()).removeRecursively();
+        QFile::remove(AutoSaveFolder());
         startProgram();
-        program->main().options().setChecked(Option::AutoSave, false);
-        // Bring the tick counter to zero: a pass with the option on and no document open.
-        program->main().options().setChecked(Option::AutoSave, true);
-        for (int i = 0; i < 10 && !QDir(AutoSaveFolder()).exists(); ++i)
-            tmrAutoSave_Timer();
-        program->main().options().setChecked(Option::AutoSave, false);
-        QDir(AutoSaveFolder()).removeRecursively();
-    }
-    void cleanup()
-    {
-        endProgram();
-        QDir(AutoSaveFolder()).removeRecursively();
     }
 
-    void optionOffMakesNoFolder()
+    void timerRunsAfterTheStartWhileTheOptionIsOn()
     {
-        program->newDocument()->Text->setText("text");
-        tick(25);
-        QVERIFY(!QDir(AutoSaveFolder()).exists());
-        QVERIFY(!program->main().tmrAutoSave->isActive());
+        QTimer &timer = *main().tmrAutoSave;
+        frmDoc *doc = program->newDocument();
+        doc->Text->setText("ticked");
+        QVERIFY(program->trigger(doc, "mnuOptionAutosave"));
+        QVERIFY(ws().options.isChecked(Option::AutoSave));
+        QVERIFY(!timer.isActive()); // the recovery has not run yet
+        autoSave().start();
+        QVERIFY(timer.isActive());
+        QCOMPARE(timer.interval(), 1000);
+        QVERIFY(program->trigger(doc, "mnuOptionAutosave"));
+        QVERIFY(!timer.isActive());
+        // The settings read at the start set the option directly; the ticks run the pass.
+        timer.setInterval(5);
+        ws().options.setChecked(Option::AutoSave, true);
+        QVERIFY(timer.isActive());
+        QTRY_COMPARE(fileBytes(fileOf(1)), QByteArray("ticked"));
     }
 
-    void optionOnWithNoDocumentMakesTheFolderOnly()
-    {
-        program->main().options().setChecked(Option::AutoSave, true);
-        tick(9);
-        QVERIFY(!QDir(AutoSaveFolder()).exists());
-        tick(1);
-        QVERIFY(QDir(AutoSaveFolder()).exists());
-        QVERIFY(autosavedFiles().isEmpty());
-    }
-
+    // Every tenth tick passes; the count goes on while the option is off.
     void ticksCountAcrossTheOptionBeingOff_data()
     {
-        QTest::addColumn<int>("before");   // ticks with the option on
+        QTest::addColumn<int>("before"); // ticks with the option on
         QTest::addColumn<int>("whileOff");
-        QTest::addColumn<int>("after");    // ticks once it is on again until the pass
+        QTest::addColumn<int>("after"); // ticks once it is on again until the pass
         QTest::newRow("seven, off, three more") << 7 << 0 << 3;
         QTest::newRow("ticks while off count") << 4 << 5 << 1;
         QTest::newRow("a long time off: the first tick passes") << 0 << 40 << 1;
@@ -105,7 +90,6 @@ private Q_SLOTS:
 
     void filesHoldExactlyTheText()
     {
-        DocumentSlots &slots = program->main().slots();
         frmDoc *first = program->newDocument();
         frmDoc *second = program->newDocument();
         frmDoc *third = program->newDocument();
@@ -116,105 +100,125 @@ private Q_SLOTS:
             big += QStringLiteral("<TD>\u00fcber</TD>\r\n");
         second->Text->setText(big);
         third->unloadQuietly(); // a closed document's slot is skipped
-        slots.state(first->slot()).Dirty = True;
-        slots.state(second->slot()).Dirty = False;
+        first->state().setDirty(true);
+        second->state().setDirty(false);
 
-        AutoSavePass();
+        autoSave().AutoSavePass();
         QCOMPARE(autosavedFiles(), QStringList({"AutoSaved.001", "AutoSaved.002"}));
-        QCOMPARE(readAll(AutoSaveFolder() + "/AutoSaved.001"), first->Text->Text().toUtf8());
-        QCOMPARE(readAll(AutoSaveFolder() + "/AutoSaved.002"), second->Text->Text().toUtf8());
-        QCOMPARE(slots.state(first->slot()).Dirty, True);
-        QCOMPARE(slots.state(second->slot()).Dirty, False);
-        QVERIFY(StatusText().isEmpty());
-
-        // The next pass writes the file over.
-        first->Text->setText(QString());
-        AutoSavePass();
-        QCOMPARE(readAll(AutoSaveFolder() + "/AutoSaved.001"), QByteArray());
+        QCOMPARE(fileBytes(fileOf(1)), first->Text->Text().toUtf8());
+        QCOMPARE(fileBytes(fileOf(2)), second->Text->Text().toUtf8());
+        QVERIFY(first->state().Dirty());
+        QVERIFY(!second->state().Dirty());
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
-    void laterPassesFollowChangesAndMissingFiles()
+    void laterPassesWriteWhatChangedOrWentMissing()
     {
-        const QString file = AutoSaveFolder() + "/AutoSaved.001";
         frmDoc *doc = program->newDocument();
         doc->Text->setText("first");
-        AutoSavePass();
-        QCOMPARE(readAll(file), QByteArray("first"));
+        autoSave().AutoSavePass();
+        QCOMPARE(fileBytes(fileOf(1)), QByteArray("first"));
 
-        QVERIFY(QFile::remove(file));
-        AutoSavePass();
-        QCOMPARE(readAll(file), QByteArray("first"));
+        // Unchanged: not written again.
+        QVERIFY(writeFile(fileOf(1), "elsewhere"));
+        autoSave().AutoSavePass();
+        QCOMPARE(fileBytes(fileOf(1)), QByteArray("elsewhere"));
 
-        // A new document in the same slot.
-        doc->unloadQuietly();
-        doc = program->newDocument();
-        QCOMPARE(doc->slot(), 1);
-        doc->Text->setText("other");
-        AutoSavePass();
-        QCOMPARE(readAll(file), QByteArray("other"));
+        QVERIFY(QFile::remove(fileOf(1)));
+        autoSave().AutoSavePass();
+        QCOMPARE(fileBytes(fileOf(1)), QByteArray("first"));
 
         doc->Text->setSelStart(5);
         doc->Text->setSelText("!");
-        AutoSavePass();
-        QCOMPARE(readAll(file), QByteArray("other!"));
+        autoSave().AutoSavePass();
+        QCOMPARE(fileBytes(fileOf(1)), QByteArray("first!"));
+
+        // A new document in the same slot.
+        doc->unloadQuietly();
+        QTRY_VERIFY(ws().slots.isFree(1));
+        program->newDocument()->Text->setText("other");
+        autoSave().AutoSavePass();
+        QCOMPARE(fileBytes(fileOf(1)), QByteArray("other"));
     }
 
-    void timerFollowsTheOption()
+    // Before the start the folder holds only what the last run left, for the recovery.
+    void closingADocumentRemovesItsFile()
     {
-        frmMDIMain &main = program->main();
+        frmDoc *before = program->newDocument();
+        frmDoc *after = program->newDocument();
+        program->newDocument()->Text->setText("stays");
+        autoSave().AutoSavePass();
+        QCOMPARE(autosavedFiles(), QStringList({"AutoSaved.001", "AutoSaved.002", "AutoSaved.003"}));
+        before->close();
+        QTRY_VERIFY(ws().slots.isFree(1));
+        QVERIFY(QFile::exists(fileOf(1)));
+        autoSave().start();
+        after->close();
+        QTRY_VERIFY(ws().slots.isFree(2));
+        QVERIFY(!QFile::exists(fileOf(2)));
+        QCOMPARE(fileBytes(fileOf(3)), QByteArray("stays"));
+    }
+
+    // A write that fails is said once a run, naming the folder and why, and tried again at the
+    // next pass.
+    void failedWriteIsSaidOnceAndTriedAgain_data()
+    {
+        QTest::addColumn<bool>("folderBlocked");
+        QTest::newRow("the folder can't be made") << true;
+        QTest::newRow("the file can't be written") << false;
+    }
+    void failedWriteIsSaidOnceAndTriedAgain()
+    {
+        QFETCH(bool, folderBlocked);
+        // A plain file where the folder goes, or a folder where the file goes.
+        QVERIFY(QDir().mkpath(folderBlocked ? QFileInfo(AutoSaveFolder()).path() : fileOf(1)));
+        if (folderBlocked)
+            QVERIFY(writeFile(AutoSaveFolder(), "in the way"));
         frmDoc *doc = program->newDocument();
-        QVERIFY(program->trigger(doc, "mnuOptionAutosave"));
-        QVERIFY(main.options().isChecked(Option::AutoSave));
-        QVERIFY(main.tmrAutoSave->isActive());
-        QCOMPARE(main.tmrAutoSave->interval(), 1000);
-        QVERIFY(doc->item("mnuOptionAutosave")->isChecked());
-        QVERIFY(program->trigger(doc, "mnuOptionAutosave"));
-        QVERIFY(!main.tmrAutoSave->isActive());
-        // The settings read at the start set the option directly.
-        main.options().setChecked(Option::AutoSave, true);
-        QVERIFY(main.tmrAutoSave->isActive());
+        doc->Text->setText("<P>kept</P>");
+        autoSave().AutoSavePass();
+        autoSave().AutoSavePass();
+
+        const QString reason = folderBlocked ? QStringLiteral("The folder could not be made.")
+                                             : platform().messages.value(0).text.split("\r\n").value(2);
+        QVERIFY(!reason.isEmpty());
+        verifyMessage(QStringList{"Autosave could not write to the folder", AutoSaveFolder(), reason,
+                                  "It will try again every ten seconds."}.join("\r\n"), MsgStyle::Exclamation);
+        QCOMPARE(passLeftovers(main()), QString());
+
+        QVERIFY(folderBlocked ? QFile::remove(AutoSaveFolder()) : QDir(fileOf(1)).removeRecursively());
+        autoSave().AutoSavePass();
+        QCOMPARE(fileBytes(fileOf(1)), QByteArray("<P>kept</P>"));
+        QCOMPARE(platform().messages.size(), 1);
     }
 
-    void timerTicksRunThePass()
-    {
-        frmMDIMain &main = program->main();
-        program->newDocument()->Text->setText("ticked");
-        main.tmrAutoSave->setInterval(5);
-        main.options().setChecked(Option::AutoSave, true);
-        QTRY_COMPARE(readAll(AutoSaveFolder() + "/AutoSaved.001"), QByteArray("ticked"));
-    }
-
+    // Each file comes back as an untitled, dirty document that holds no file, and is deleted.
     void recoveryBringsEachFileBackOnce()
     {
         QVERIFY(QDir().mkpath(AutoSaveFolder()));
         const QStringList texts = {"<P>one</P>\r\nline", "two \u00e9", "three"};
-        for (int i = 0; i < texts.size(); ++i) {
-            QFile f(AutoSaveFolder() + QStringLiteral("/AutoSaved.%1").arg(i + 3, 3, 10, QLatin1Char('0')));
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(texts[i].toUtf8());
-        }
+        for (int i = 0; i < texts.size(); ++i)
+            QVERIFY(writeFile(fileOf(i + 3), texts[i].toUtf8()));
 
-        RecoverAutoSavedFiles();
-        const auto &messages = program->platform->messages;
-        QCOMPARE(messages.size(), 1);
-        QCOMPARE(messages[0].text, QString("Recovering Files!"));
-        QCOMPARE(messages[0].style, int(MsgStyle::Exclamation));
-        QCOMPARE(messages[0].title, AppTitle());
-        DocumentSlots &slots = program->main().slots();
+        autoSave().RecoverAutoSavedFiles();
+        verifyMessage("Recovering Files!", MsgStyle::Exclamation);
         QCOMPARE(program->captions(), QStringList(3, "Untitled: (Recovered File: 1)"));
         QStringList recovered;
-        for (int slot : slots.openSlots()) {
-            recovered << slots.document(slot)->Text->Text();
-            QCOMPARE(slots.state(slot).Dirty, True);
+        for (int slot : ws().slots.openSlots()) {
+            frmDoc *doc = ws().slots.document(slot);
+            recovered << doc->Text->Text();
+            QVERIFY(doc->state().Dirty() && doc->isUntitled());
+            QVERIFY(!FileHandles::instance().isOpen(slot));
         }
         QCOMPARE(recovered, texts);
+        QCOMPARE(fontClasses(*ws().slots.document(1)->Text), QStringLiteral("hhhttthhhh//tttt"));
         QVERIFY(autosavedFiles().isEmpty());
 
         // Nothing left: the next start asks nothing.
-        RecoverAutoSavedFiles();
-        QCOMPARE(messages.size(), 1);
+        autoSave().RecoverAutoSavedFiles();
+        QCOMPARE(platform().messages.size(), 1);
     }
 };
 
-PW_ISOLATED_TEST_MAIN(TestAutoSave)
+PW_TEST_MAIN(TestAutoSave)
 #include "tst_autosave.moc"

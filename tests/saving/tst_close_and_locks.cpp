@@ -1,13 +1,4 @@
-#include "isolated_main.h"
 #include "saving_support.h"
-
-#include "files/file_locks.h"
-#include "files/save_document.h"
-#include "platform/message_box.h"
-
-#include <QTemporaryDir>
-
-#include <memory>
 
 using namespace pw;
 
@@ -15,58 +6,43 @@ class TestCloseAndLocks : public ProgramTest
 {
     Q_OBJECT
 
-private:
-    std::unique_ptr<QTemporaryDir> temp;
-
-    QString path(const QString &name) const { return temp->filePath(name); }
-    ScriptedPlatform &scripted() { return program->platform.scripted; }
-
-    frmDoc *titled(const QString &name, const QByteArray &bytes)
-    {
-        return writeBytes(path(name), bytes) ? openTitled(*program, path(name)) : nullptr;
-    }
     static QString question(const QString &caption)
     {
         return "The text in [" + caption + "] has changed.\r\nDo you want to save the changes?";
     }
 
 private Q_SLOTS:
-    void init()
+    void closingADocument_data()
     {
-        temp = std::make_unique<QTemporaryDir>();
-        QVERIFY(temp->isValid());
-        startProgram();
-    }
-
-    void closingAChangedDocument_data()
-    {
+        QTest::addColumn<QString>("typed");
         QTest::addColumn<int>("answer");
         QTest::addColumn<bool>("stays");
         QTest::addColumn<QByteArray>("onDisk");
-        QTest::newRow("yes saves and closes") << MsgAnswer::Yes << false << QByteArray("<P>\r\ntyped");
-        QTest::newRow("no closes, changes lost") << MsgAnswer::No << false << QByteArray("<P>\r\n");
-        QTest::newRow("cancel keeps the window") << MsgAnswer::Cancel << true << QByteArray("<P>\r\n");
+        QTest::newRow("yes saves and closes") << "x" << MsgAnswer::Yes << false << QByteArray("<P>\r\nx");
+        QTest::newRow("no closes, changes lost") << "x" << MsgAnswer::No << false << QByteArray("<P>\r\n");
+        QTest::newRow("cancel keeps the window") << "x" << MsgAnswer::Cancel << true << QByteArray("<P>\r\n");
+        QTest::newRow("clean: no question") << "" << 0 << false << QByteArray("<P>\r\n");
     }
-
-    void closingAChangedDocument()
+    void closingADocument()
     {
+        QFETCH(QString, typed);
         QFETCH(int, answer);
         QFETCH(bool, stays);
         QFETCH(QByteArray, onDisk);
-        frmDoc *doc = titled("page.html", "<P>\r\n");
+        frmDoc *doc = opened("page.html", "<P>\r\n");
         QVERIFY(doc);
-        typeAtEnd(doc, "typed");
-        scripted().answers.enqueue(answer);
+        if (!typed.isEmpty())
+            typeAtEnd(doc, typed);
+        platform().answers.enqueue(answer);
 
         QVERIFY(program->trigger(doc, "mnuFileClose"));
-        QCOMPARE(scripted().messages.size(), 1);
-        QCOMPARE(scripted().messages[0].text, question(path("page.html")));
-        QCOMPARE(scripted().messages[0].style, MsgStyle::YesNoCancel);
-        QCOMPARE(scripted().messages[0].title, AppTitle());
+        if (!typed.isEmpty())
+            verifyMessage(question(path("page.html")), MsgStyle::YesNoCancel);
+        QCOMPARE(platform().messages.size(), typed.isEmpty() ? 0 : 1);
         QCOMPARE(fileBytes(path("page.html")), onDisk);
         if (stays) {
             QCOMPARE(program->captions(), QStringList{path("page.html")});
-            QCOMPARE(program->main().slots().state(1).Dirty, True);
+            QVERIFY(doc->state().Dirty());
             QVERIFY(FileHandles::instance().isOpen(1));
         } else {
             QTRY_VERIFY(program->captions().isEmpty());
@@ -74,42 +50,34 @@ private Q_SLOTS:
         }
     }
 
-    void closingACleanDocumentAsksNothing()
-    {
-        frmDoc *doc = program->newDocument();
-        QVERIFY(program->trigger(doc, "mnuFileClose"));
-        QTRY_VERIFY(program->captions().isEmpty());
-        QVERIFY(scripted().messages.isEmpty());
-    }
-
     void yesWithACancelledDialogKeepsTheWindow()
     {
         frmDoc *doc = program->newDocument();
         typeAtEnd(doc, "never lost");
-        scripted().answers.enqueue(MsgAnswer::Yes);
-        scripted().cancelDialog();
+        platform().answers.enqueue(MsgAnswer::Yes);
+        platform().cancelDialog();
 
         QVERIFY(program->trigger(doc, "mnuFileClose"));
-        QCOMPARE(scripted().dialogsShown.size(), 1);
+        QCOMPARE(platform().dialogsShown.size(), 1);
         QCOMPARE(program->captions(), QStringList{"Untitled: 1"});
         QCOMPARE(doc->Text->Text(), QString("never lost"));
-        QCOMPARE(program->main().slots().state(1).Dirty, True);
+        QVERIFY(doc->state().Dirty());
     }
 
     void yesSavesTheClosingDocumentNotTheCurrentOne()
     {
-        frmDoc *closing = titled("a.html", "A");
-        frmDoc *other = titled("b.html", "B");
+        frmDoc *closing = opened("a.html", "A");
+        frmDoc *other = opened("b.html", "B");
         QVERIFY(closing && other);
         typeAtEnd(closing, "1");
         typeAtEnd(other, "2");
-        QCOMPARE(program->main().slots().CurrentDocument, other->slot());
-        scripted().answers.enqueue(MsgAnswer::Yes);
+        QCOMPARE(program->current(), other);
+        platform().answers.enqueue(MsgAnswer::Yes);
 
         closing->close();
         QCOMPARE(fileBytes(path("a.html")), QByteArray("A1"));
         QCOMPARE(fileBytes(path("b.html")), QByteArray("B"));
-        QCOMPARE(program->main().slots().state(other->slot()).Dirty, True);
+        QVERIFY(other->state().Dirty());
     }
 
     void shutdownAsksAgainUntilSavedOrNo_data()
@@ -118,100 +86,81 @@ private Q_SLOTS:
         QTest::newRow("saved at the second yes") << true;
         QTest::newRow("no at the second question") << false;
     }
-
     void shutdownAsksAgainUntilSavedOrNo()
     {
+        QFETCH(bool, thenSave);
         frmDoc *doc = program->newDocument();
         typeAtEnd(doc, "work");
-        scripted().answers.enqueue(MsgAnswer::Yes);
-        scripted().cancelDialog();
-        scripted().answers.enqueue(thenSave() ? MsgAnswer::Yes : MsgAnswer::No);
-        if (thenSave())
-            scripted().chooseFile(path("work.html"), 1);
+        platform().answers.enqueue(MsgAnswer::Yes);
+        platform().cancelDialog();
+        platform().answers.enqueue(thenSave ? MsgAnswer::Yes : MsgAnswer::No);
+        if (thenSave)
+            platform().chooseFile(path("work.html"), 1);
 
-        QVERIFY(program->main().close());
-        QCOMPARE(scripted().messages.size(), 2);
-        for (const ScriptedPlatform::Message &m : scripted().messages) {
-            QCOMPARE(m.text, question("Untitled: 1"));
-            QCOMPARE(m.style, MsgStyle::YesNo);
-        }
-        QCOMPARE(QFile::exists(path("work.html")), thenSave());
-        if (thenSave())
-            QCOMPARE(fileBytes(path("work.html")), QByteArray("work"));
-        QTRY_VERIFY(program->main().slots().openSlots().isEmpty());
+        QVERIFY(main().close());
+        verifyMessage(question("Untitled: 1"), MsgStyle::YesNo, 2);
+        QCOMPARE(platform().messages[0].text, platform().messages[1].text);
+        QCOMPARE(fileBytes(path("work.html")), thenSave ? QByteArray("work") : QByteArray("<unreadable>"));
+        QTRY_VERIFY(ws().slots.openSlots().isEmpty());
     }
 
     void lockFilesTogglesEveryOpenDocument()
     {
-        frmDoc *a = titled("a.html", "A");
-        frmDoc *b = titled("b.html", "B");
+        frmDoc *a = opened("a.html", "A");
+        frmDoc *b = opened("b.html", "B");
         frmDoc *untitled = program->newDocument();
         QVERIFY(a && b && untitled);
         QVERIFY(!lockedAgainstOthers(path("a.html")));
 
         QVERIFY(program->trigger(untitled, "mnuOptionLockFiles"));
-        QVERIFY(program->main().options().isChecked(Option::LockFiles));
-        for (frmDoc *doc : {a, b, untitled})
-            QVERIFY(doc->item("mnuOptionLockFiles")->isChecked());
+        QVERIFY(ws().options.isChecked(Option::LockFiles));
         QVERIFY(lockedAgainstOthers(path("a.html")));
         QVERIFY(lockedAgainstOthers(path("b.html")));
-        QVERIFY(scripted().messages.isEmpty());
+        QVERIFY(platform().messages.isEmpty());
 
         QVERIFY(program->trigger(a, "mnuOptionLockFiles"));
-        QVERIFY(!program->main().options().isChecked(Option::LockFiles));
-        QVERIFY(!b->item("mnuOptionLockFiles")->isChecked());
+        QVERIFY(!ws().options.isChecked(Option::LockFiles));
         QVERIFY(!lockedAgainstOthers(path("a.html")));
         QVERIFY(!lockedAgainstOthers(path("b.html")));
     }
 
+    // With LockFiles on, the file a save leaves is locked, and only that one.
     void savingWithLockFilesKeepsTheLock_data()
     {
-        QTest::addColumn<bool>("untitled");
-        QTest::newRow("named document") << false;
-        QTest::newRow("first save of an untitled one") << true;
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<QByteArray>("written");
+        QTest::newRow("named document") << "save" << QByteArray("<P>typed");
+        QTest::newRow("first save of an untitled one") << "first save" << QByteArray("typed");
+        QTest::newRow("save as to another name") << "save as" << QByteArray("<P>typed");
     }
-
     void savingWithLockFilesKeepsTheLock()
     {
-        QFETCH(bool, untitled);
-        program->main().options().setChecked(Option::LockFiles, true);
-        frmDoc *doc = untitled ? program->newDocument() : titled("page.html", "<P>");
+        QFETCH(QString, how);
+        QFETCH(QByteArray, written);
+        ws().options.setChecked(Option::LockFiles, true);
+        const QString target = path("page.html");
+        const QString name = how == "save" ? "page.html" : "old.html";
+        frmDoc *doc = how == "first save" ? program->newDocument() : opened(name, "<P>");
         QVERIFY(doc);
         typeAtEnd(doc, "typed");
-        if (untitled)
-            scripted().chooseFile(path("page.html"), 1);
+        if (how != "save")
+            platform().chooseFile(target, 1);
 
-        QVERIFY(SaveDocument());
-        QVERIFY(lockedAgainstOthers(path("page.html")));
+        QVERIFY(how == "save as" ? SaveDocumentAs(ws(), *doc) : SaveDocument(ws(), *doc));
+        QVERIFY(lockedAgainstOthers(target));
+        QVERIFY(!lockedAgainstOthers(path("old.html")));
         QByteArray bytes;
-        QCOMPARE(readWholeFile(path("page.html"), bytes, FileShare::None), ErrorCode::None);
-        QCOMPARE(bytes, untitled ? QByteArray("typed") : QByteArray("<P>typed"));
+        QCOMPARE(readWholeFile(target, bytes, FileShare::None), ErrorCode::None);
+        QCOMPARE(bytes, written);
 
         // A second save goes through its own lock, and closing lets the file go.
         typeAtEnd(doc, "!");
-        QVERIFY(SaveDocument());
-        QVERIFY(lockedAgainstOthers(path("page.html")));
+        QVERIFY(SaveDocument(ws(), *doc));
+        QVERIFY(lockedAgainstOthers(target));
         doc->close();
-        QTRY_VERIFY(!lockedAgainstOthers(path("page.html")));
+        QTRY_VERIFY(!lockedAgainstOthers(target));
     }
-
-    void saveAsMovesTheLockToTheNewFile()
-    {
-        program->main().options().setChecked(Option::LockFiles, true);
-        frmDoc *doc = titled("old.html", "<P>");
-        QVERIFY(doc);
-        QVERIFY(lockedAgainstOthers(path("old.html")));
-        scripted().chooseFile(path("new.html"), 1);
-
-        QVERIFY(SaveDocumentAs());
-        QVERIFY(lockedAgainstOthers(path("new.html")));
-        QVERIFY(!lockedAgainstOthers(path("old.html")));
-    }
-
-private:
-    bool thenSave() const { return QTest::currentDataTag() == QByteArray("saved at the second yes"); }
 };
 
-PW_ISOLATED_TEST_MAIN(TestCloseAndLocks)
-
+PW_TEST_MAIN(TestCloseAndLocks)
 #include "tst_close_and_locks.moc"

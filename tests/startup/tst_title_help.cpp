@@ -1,85 +1,49 @@
-#include "isolated_main.h"
 #include "test_support.h"
 
 #include "app/command_table.h"
-#include "core/app_state.h"
+#include "core/about_box.h"
 #include "core/help_window.h"
-#include "core/title_window.h"
 
-#include <QImageReader>
-#include <QLineEdit>
-#include <QRegularExpression>
+#include <QLabel>
+#include <QPointer>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <QTextDocument>
-#include <QToolBar>
 #include <QToolButton>
 
 using namespace pw;
 
-// The splash, the help window with its manual, and the toolbar pictures.
-class TestTitleHelp : public QObject
+// The about box, and the help window with its manual.
+class TestTitleHelp : public ProgramTest
 {
     Q_OBJECT
 
+    static int scrolled(frmHelp *help) { return help->HelpText->verticalScrollBar()->value(); }
+
 private Q_SLOTS:
-    void cleanup()
+    void aboutBoxHomePageClick_data()
     {
-        UnloadTitle();
-        delete program;
-        program = nullptr;
-        QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
+        QTest::addColumn<QString>("browser");
+        QTest::addColumn<QList<QStringList>>("started");
+        QTest::newRow("chosen browser gets the address")
+            << "/usr/bin/browser" << QList<QStringList>{{"/usr/bin/browser", HomePageAddress}};
+        QTest::newRow("no browser fails quietly") << "" << QList<QStringList>{};
     }
-
-    void splashIsSizedFromItsPictureAndStaysOnTop()
+    void aboutBoxHomePageClick()
     {
-        frmTitle *title = ShowTitle();
-        QVERIFY(title->isVisible());
-        QCOMPARE(TitleWindow(), title);
-        QVERIFY(title->windowFlags() & Qt::WindowStaysOnTopHint);
-        QCOMPARE(title->Picture1->objectName(), QString("Picture1"));
-        QCOMPARE(title->findChild<QLineEdit *>("Text1"), title->Text1);
-        QVERIFY(!title->Text1->isVisible());
-        // Picture 6300 x 3375 twips; the window 30 twips wider and 15 higher.
-        QCOMPARE(title->Picture1->size(), QSize(420, 225));
-        QCOMPARE(title->size(), QSize(422, 226));
-        QCOMPARE(ShowTitle(), title); // one splash
-    }
-
-    void versionIsPrintedAtItsPlaceOnEveryPaint()
-    {
-        frmTitle title;
-        const QImage bare = title.Picture1->grab().toImage();
-        title.PrintVersion();
-        const QImage printed = title.Picture1->grab().toImage();
-        QCOMPARE(frmTitle::versionCaption(), "Version: " + VersionText());
-
-        // Only the version's line changed, and it starts at x = 100, y = 2950 twips.
-        QRect changed;
-        for (int y = 0; y < bare.height(); ++y)
-            for (int x = 0; x < bare.width(); ++x)
-                if (bare.pixel(x, y) != printed.pixel(x, y))
-                    changed |= QRect(x, y, 1, 1);
-        QVERIFY(!changed.isEmpty());
-        const QPoint at = TitlePicture::versionPosition();
-        QCOMPARE(at, QPoint(7, 197));
-        QVERIFY2(changed.left() >= at.x() && changed.left() <= at.x() + 3, qPrintable(QString::number(changed.left())));
-        QVERIFY2(changed.top() >= at.y() && changed.bottom() <= at.y() + title.fontMetrics().height() + 2,
-                 qPrintable(QString("%1..%2").arg(changed.top()).arg(changed.bottom())));
-        QVERIFY(changed.right() < bare.width() / 2);
-
-        QCOMPARE(title.Picture1->grab().toImage(), printed); // printed again by the next paint
-    }
-
-    void unloadedSplashIsGone()
-    {
-        QPointer<frmTitle> title = ShowTitle();
-        UnloadTitle();
-        QVERIFY(!title);
-        QVERIFY(!TitleWindow());
-        PrintTitleVersion(); // the main window's load prints again; no splash, nothing to do
-        UnloadTitle();
+        QFETCH(QString, browser);
+        QFETCH(QList<QStringList>, started);
+        ws().history.Browser = browser;
+        QPointer<frmTitle2> box = ShowAboutBox(ws(), &main());
+        QCOMPARE(box->windowModality(), Qt::ApplicationModal);
+        QCOMPARE(ShowAboutBox(ws(), &main()), box.data()); // one box
+        QTest::mouseClick(box->Label6, Qt::LeftButton);
+        QCOMPARE(platform().programsStarted, started);
+        QVERIFY(platform().messages.isEmpty());
+        QVERIFY(box && box->isVisible());
+        QTest::mouseClick(box->Command1, Qt::LeftButton); // OK closes it
+        QTRY_VERIFY(!box);
     }
 
     void helpContentsOpensTheManual_data()
@@ -92,36 +56,63 @@ private Q_SLOTS:
     void helpContentsOpensTheManual()
     {
         QFETCH(QString, from);
-        program = new TestProgram;
         frmDoc *document = from == "document" ? program->newDocument() : nullptr;
         for (int time = 0; time < 2; ++time) {
-            if (document)
-                QVERIFY(program->trigger(document, "mnuHelpContents"));
+            if (from == QLatin1String("imgHelp"))
+                program->button(from)->trigger();
             else
-                QVERIFY(program->trigger(nullptr, from));
+                QVERIFY(program->trigger(document, QStringLiteral("mnuHelpContents")));
         }
-        QCOMPARE(program->platform->dialogsShown,
-                 (QList<CommonDialog::Kind>{CommonDialog::Kind::Help, CommonDialog::Kind::Help}));
-        QCOMPARE(program->main().CMDialog1.HelpCommand, 3);
-        QCOMPARE(program->main().CMDialog1.HelpFile, HelpFilePath());
-
-        frmHelp *help = HelpWindow();
-        QVERIFY(help && help->isVisible());
-        QCOMPARE(help->objectName(), QString("frmHelp"));
-        QVERIFY(help->isWindow());
-        QCOMPARE(program->main().findChildren<frmHelp *>().size(), 1); // reused
+        QCOMPARE(platform().dialogsShown, QList<CommonDialog::Kind>(2, CommonDialog::Kind::Help));
+        QCOMPARE(main().findChildren<frmHelp *>().size(), 1); // reused
+        frmHelp *help = main().findChild<frmHelp *>();
+        QVERIFY(help->isVisible() && help->isWindow());
         QCOMPARE(help->HelpText->source(), QUrl("qrc:/help/index.html"));
-        QCOMPARE(help->HelpText->documentTitle(), QString("Pagewright Help"));
-        QCOMPARE(help->HelpText->verticalScrollBar()->value(), 0);
+        QCOMPARE(scrolled(help), 0);
     }
 
-    void everyLinkOfTheManualHasItsAnchor()
+    void helpOpensCentredOverTheMainWindowAndEscapeCloses()
     {
-        program = new TestProgram;
-        frmHelp *help = ShowHelpWindow();
-        QStringList hrefs;
+        main().setGeometry(20, 40, 760, 700); // room on the screen to stand centred
+        QPointer<frmHelp> help = ShowHelpWindow(ws(), &main());
+        QVERIFY((help->frameGeometry().center() - main().frameGeometry().center()).manhattanLength() < 8);
+        QVERIFY(QTest::qWaitForWindowActive(help));
+        QTest::keyClick(help->HelpText, Qt::Key_Escape);
+        QTRY_VERIFY(!help);
+    }
+
+    void linksMoveThereAndBackAndForward()
+    {
+        frmHelp *help = ShowHelpWindow(ws(), &main());
+        QVERIFY(!help->cmdBack->isEnabled());
+        Q_EMIT help->HelpText->anchorClicked(QUrl("#toolbars"));
+        QCOMPARE(help->HelpText->source().fragment(), QString("toolbars"));
+        QTRY_VERIFY(scrolled(help) > 0);
+        help->cmdBack->click();
+        QVERIFY(help->HelpText->source().fragment().isEmpty());
+        QTRY_COMPARE(scrolled(help), 0);
+        help->cmdForward->click();
+        QCOMPARE(help->HelpText->source().fragment(), QString("toolbars"));
+
+        // A page elsewhere opens in the user's browser; the manual stays where it is.
+        ws().history.Browser = QStringLiteral("/usr/bin/browser");
+        Q_EMIT help->HelpText->anchorClicked(QUrl("https://example.org/page.html"));
+        const QList<QStringList> started = {{"/usr/bin/browser", "https://example.org/page.html"}};
+        QCOMPARE(platform().programsStarted, started);
+        QCOMPARE(help->HelpText->source().fragment(), QString("toolbars"));
+
+        // Contents from elsewhere goes back to the top of the same window.
+        QCOMPARE(ShowHelpWindow(ws(), &main()), help);
+        QCOMPARE(scrolled(help), 0);
+    }
+
+    // Every link of the manual has its anchor, and every menu item and button is described.
+    void manualIsWhole()
+    {
+        frmHelp *help = ShowHelpWindow(ws(), &main());
+        QStringList hrefs, missing;
         QSet<QString> anchors;
-        for (QTextBlock block = help->HelpText->document()->begin(); block.isValid(); block = block.next()) {
+        for (QTextBlock block = help->HelpText->document()->begin(); block.isValid(); block = block.next())
             for (auto it = block.begin(); !it.atEnd(); ++it) {
                 const QTextCharFormat format = it.fragment().charFormat();
                 if (!format.anchorHref().isEmpty())
@@ -129,49 +120,16 @@ private Q_SLOTS:
                 for (const QString &name : format.anchorNames())
                     anchors.insert(name);
             }
-        }
         QVERIFY(hrefs.size() > 20);
-        for (const QString &href : std::as_const(hrefs)) {
-            QVERIFY2(href.startsWith('#'), qPrintable(href + " leaves the manual"));
-            QVERIFY2(anchors.contains(href.mid(1)), qPrintable(href + " has no anchor"));
-        }
-    }
-
-    void followingALinkMovesThereAndBackReturns()
-    {
-        program = new TestProgram;
-        frmHelp *help = ShowHelpWindow();
-        QVERIFY(!help->cmdBack->isEnabled());
-        Q_EMIT help->HelpText->anchorClicked(QUrl("#toolbars"));
-        QCOMPARE(help->HelpText->source().fragment(), QString("toolbars"));
-        QTRY_VERIFY(help->HelpText->verticalScrollBar()->value() > 0);
-        QVERIFY(help->cmdBack->isEnabled());
-        help->cmdBack->click();
-        QVERIFY(help->HelpText->source().fragment().isEmpty());
-        QTRY_COMPARE(help->HelpText->verticalScrollBar()->value(), 0);
-
-        // Contents from elsewhere goes back to the top of the same window.
-        ShowHelpWindow(HelpFilePath(), "autosave");
-        QTRY_VERIFY(help->HelpText->verticalScrollBar()->value() > 0);
-        QCOMPARE(ShowHelpWindow(), help);
-        QCOMPARE(help->HelpText->verticalScrollBar()->value(), 0);
-    }
-
-    void manualDescribesEveryMenuItemAndButton()
-    {
-        program = new TestProgram;
-        frmHelp *help = ShowHelpWindow();
+        for (const QString &href : std::as_const(hrefs))
+            if (!href.startsWith('#') || !anchors.contains(href.mid(1)))
+                missing << href;
         const QString manual = help->HelpText->toPlainText().simplified();
-        QStringList missing;
-        for (const auto *rows : {&CommandTable::mainMenuRows(), &CommandTable::documentMenuRows()}) {
-            for (const MenuRow &row : *rows) {
-                if (row.caption.isEmpty())
-                    continue; // separators and the previous-file items
-                const QString caption = QString(row.caption).remove('&').simplified();
-                if (!manual.contains(caption))
+        for (const auto *rows : {&CommandTable::mainMenuRows(), &CommandTable::documentMenuRows()})
+            for (const MenuRow &row : *rows)
+                if (const QString caption = QString(row.caption).remove('&').simplified();
+                    !caption.isEmpty() && !manual.contains(caption)) // not separators nor previous files
                     missing << caption;
-            }
-        }
         for (const auto *rows : {&CommandTable::toolbar1Rows(), &CommandTable::toolbar2Rows()})
             for (const ButtonRow &row : *rows)
                 if (row.key != "-" && !manual.contains(row.toolTip))
@@ -179,35 +137,7 @@ private Q_SLOTS:
         missing.removeDuplicates();
         QVERIFY2(missing.isEmpty(), qPrintable(missing.join(", ")));
     }
-
-    void everyToolbarButtonHasItsOwnPicture()
-    {
-        if (!QImageReader::supportedImageFormats().contains("svg"))
-            QSKIP("no SVG image plugin: the buttons show drawn tiles");
-        program = new TestProgram;
-        for (QToolBar *bar : {program->main().Toolbar1, program->main().Toolbar2}) {
-            for (QAction *action : bar->actions()) {
-                if (action->isSeparator())
-                    continue;
-                const QString file = ":/icons/toolbar/" + action->objectName() + ".svg";
-                QVERIFY2(QFile::exists(file), qPrintable(file));
-                QImageReader reader(file);
-                const QImage picture = reader.read();
-                QVERIFY2(!picture.isNull(), qPrintable(file + ": " + reader.errorString()));
-                QCOMPARE(picture.size(), QSize(24, 24));
-                int inked = 0;
-                for (int y = 0; y < 24; ++y)
-                    for (int x = 0; x < 24; ++x)
-                        inked += qAlpha(picture.pixel(x, y)) > 0;
-                QVERIFY2(inked > 40, qPrintable(file));
-                QVERIFY(!action->icon().pixmap(24).isNull());
-            }
-        }
-    }
-
-private:
-    TestProgram *program = nullptr;
 };
 
-PW_ISOLATED_TEST_MAIN(TestTitleHelp)
+PW_TEST_MAIN(TestTitleHelp)
 #include "tst_title_help.moc"

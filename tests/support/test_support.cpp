@@ -1,13 +1,14 @@
 #include "test_support.h"
 
+#include "core/app_state.h"
 #include "files/new_document.h"
+#include "files/open_document.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QTest>
 
 TestProgram::TestProgram()
 {
@@ -29,6 +30,8 @@ TestProgram::~TestProgram()
 
 void ProgramTest::startProgram()
 {
+    temp = std::make_unique<QTemporaryDir>();
+    QVERIFY(temp->isValid());
     program = new TestProgram;
     ws().options.setChecked(pw::Option::AddTemplate, false);
 }
@@ -37,7 +40,26 @@ void ProgramTest::endProgram()
 {
     delete program;
     program = nullptr;
+    temp.reset();
     QTRY_VERIFY(QApplication::topLevelWidgets().isEmpty());
+}
+
+QString ProgramTest::write(const QString &name, const QByteArray &bytes)
+{
+    return writeFile(path(name), bytes) ? path(name) : QString();
+}
+
+pw::frmDoc *ProgramTest::opened(const QString &name, const QByteArray &bytes)
+{
+    return writeFile(path(name), bytes) ? pw::OpenFromHandOver(ws(), path(name)) : nullptr;
+}
+
+void ProgramTest::verifyMessage(const QString &text, int style, int count)
+{
+    QCOMPARE(platform().messages.size(), count);
+    QCOMPARE(platform().messages.last().text, text);
+    QCOMPARE(platform().messages.last().style, style);
+    QCOMPARE(platform().messages.last().title, pw::AppTitle());
 }
 
 pw::frmDoc *TestProgram::newDocument()
@@ -45,15 +67,19 @@ pw::frmDoc *TestProgram::newDocument()
     return pw::NewDocument(ws());
 }
 
-bool TestProgram::trigger(pw::frmDoc *document, const QString &item)
+QAction *TestProgram::item(pw::frmDoc *document, const QString &name)
 {
-    QAction *action = nullptr;
     if (document)
-        action = document->item(item);
-    else
-        for (QMenu *menu : main().mainMenus())
-            if ((action = menu->findChild<QAction *>(item)))
-                break;
+        return document->item(name);
+    for (QMenu *menu : main().mainMenus())
+        if (QAction *action = menu->findChild<QAction *>(name))
+            return action;
+    return nullptr;
+}
+
+bool TestProgram::trigger(pw::frmDoc *document, const QString &name)
+{
+    QAction *action = item(document, name);
     if (!action || !action->isEnabled())
         return false;
     action->trigger();
@@ -83,6 +109,18 @@ QString fontClasses(pw::EditingSurface &surface)
              : f == fonts.text ? QLatin1Char('t') : QLatin1Char('?');
     }
     return out;
+}
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
 }
 
 QString passLeftovers(pw::frmMDIMain &main)
