@@ -73,7 +73,8 @@ EditingSurface::EditingSurface(QWidget *parent) : QPlainTextEdit(parent)
     static const ClassFonts plainFonts;
     m_fonts = &plainFonts;
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    setBackColor(0xFFFFFF);
+    // The setting's colour comes from the document window; until then the style's own stands.
+    m_backColor = valueFromColor(palette().color(QPalette::Base));
     m_docChars = document()->characterCount();
     connect(document(), &QTextDocument::contentsChange, this, &EditingSurface::onContentsChange);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &EditingSurface::onCursorMoved);

@@ -203,7 +203,7 @@ private:
     int m_batchDepth = 0;
     bool m_batchedChange = false;
     bool m_batchedSel = false;
-    qint32 m_backColor = 0xFFFFFF;
+    qint32 m_backColor = 0;
     double m_rightMargin = 0;
 };
 
