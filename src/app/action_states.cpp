@@ -15,7 +15,10 @@
 namespace pw {
 
 ActionStates::ActionStates(frmMDIMain &main, Workspace &workspace, const CommandTable &commands)
-    : QObject(&main), m_main(main), m_workspace(workspace), m_commands(commands)
+    : QObject(&main), m_main(main), m_workspace(workspace), m_commands(commands),
+      m_save(CommandTable::button(main, Button::FileSave)), m_copy(CommandTable::button(main, Button::EditCopy)),
+      m_cut(CommandTable::button(main, Button::EditCut)), m_paste(CommandTable::button(main, Button::EditPaste)),
+      m_undo(CommandTable::button(main, Button::Undo)), m_spell(CommandTable::button(main, Button::Spell))
 {
     const auto readClipboard = [this] {
         m_clipboardHasText = !m_workspace.platform.clipboardText().isEmpty();
@@ -60,7 +63,12 @@ void ActionStates::follow(frmDoc *document)
             disconnect(c);
         m_connections.clear();
         m_followed = document;
+        m_items.fill(nullptr);
         if (document) {
+            static const char *const names[ItemCount] = {"mnuFileSave", "mnuFilePrintSelected", "mnuEditCopy",
+                                                         "mnuEditCut", "mnuEditPaste", "mnuEditUndo"};
+            for (int i = 0; i < ItemCount; ++i)
+                m_items[size_t(i)] = document->item(QLatin1String(names[i]));
             EditingSurface *text = document->Text;
             m_connections << connect(text, &EditingSurface::SelChange, this, &ActionStates::updateActions)
                           << connect(text, &EditingSurface::CanUndoChanged, this, &ActionStates::updateActions)
@@ -88,23 +96,21 @@ void ActionStates::updateActions()
     const bool untitled = document && document->isUntitled();
     const bool canPaste = document && m_clipboardHasText;
 
-    const auto button = [this](Button b) { return CommandTable::button(m_main, b); };
-    setEnabled(button(Button::FileSave), untitled || dirty);
-    setEnabled(button(Button::EditCopy), selected);
-    setEnabled(button(Button::EditCut), selected);
-    setEnabled(button(Button::EditPaste), canPaste);
-    setEnabled(button(Button::Undo), canUndo);
-    setEnabled(button(Button::Spell), document && m_spellAvailable);
+    setEnabled(m_save, untitled || dirty);
+    setEnabled(m_copy, selected);
+    setEnabled(m_cut, selected);
+    setEnabled(m_paste, canPaste);
+    setEnabled(m_undo, canUndo);
+    setEnabled(m_spell, document && m_spellAvailable);
 
     if (!document)
         return;
-    const auto item = [document](const char *name) { return document->item(QLatin1String(name)); };
-    setEnabled(item("mnuFileSave"), dirty);
-    setEnabled(item("mnuFilePrintSelected"), selected);
-    setEnabled(item("mnuEditCopy"), selected);
-    setEnabled(item("mnuEditCut"), selected);
-    setEnabled(item("mnuEditPaste"), canPaste);
-    setEnabled(item("mnuEditUndo"), canUndo);
+    setEnabled(m_items[FileSave], dirty);
+    setEnabled(m_items[FilePrintSelected], selected);
+    setEnabled(m_items[EditCopy], selected);
+    setEnabled(m_items[EditCut], selected);
+    setEnabled(m_items[EditPaste], canPaste);
+    setEnabled(m_items[EditUndo], canUndo);
 }
 
 void ActionStates::showToolbars()

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <array>
+
 class QAction;
 
 namespace pw {
@@ -35,10 +37,16 @@ private:
     void showToolbars();
     void setEnabled(QAction *action, bool enabled) const;
 
+    // The followed document's items that follow its state, found once when it comes to the front.
+    enum Item { FileSave, FilePrintSelected, EditCopy, EditCut, EditPaste, EditUndo, ItemCount };
+
     frmMDIMain &m_main;
     Workspace &m_workspace;
     const CommandTable &m_commands;
     QPointer<frmDoc> m_followed;
+    std::array<QAction *, ItemCount> m_items{};
+    // The toolbar buttons that follow the document, found once: the toolbars stand before this.
+    QAction *m_save, *m_copy, *m_cut, *m_paste, *m_undo, *m_spell;
     QList<QMetaObject::Connection> m_connections;
     bool m_clipboardHasText = false;
     bool m_spellAvailable = true;

@@ -1,9 +1,9 @@
 #include "core/about_box.h"
 
 #include "core/app_state.h"
-#include "core/dialog_look.h"
 #include "core/status_line.h"
 #include "core/workspace.h"
+#include "platform/dialog_look.h"
 #include "platform/platform.h"
 
 #include <QGridLayout>

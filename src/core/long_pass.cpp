@@ -37,8 +37,7 @@ LongPass::LongPass(Workspace &workspace, const QString &statusText, bool showPro
 LongPass::~LongPass()
 {
     m_workspace.status.HideWaitCursor();
-    if (!m_keepStatus)
-        m_workspace.status.ClearStatusText();
+    m_workspace.status.ClearStatusText();
 }
 
 void LongPass::step(qint64 done, qint64 total)

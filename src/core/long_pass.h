@@ -43,8 +43,6 @@ public:
     void step(qint64 done, qint64 total);
     // True when the user pressed Escape since the last poll.
     bool escapePressed();
-    // Leaves the status text standing when the pass ends.
-    void keepStatusText() { m_keepStatus = true; }
     // No hourglass over a box the pass shows; it comes back after.
     void pauseWaitCursor();
     void resumeWaitCursor();
@@ -53,7 +51,6 @@ private:
     Workspace &m_workspace;
     IdleQueue::Busy m_busy;
     ProgressStrip m_progress;
-    bool m_keepStatus = false;
 };
 
 } // namespace pw

@@ -45,7 +45,6 @@ public:
     QTimer *tmrAutoSave = nullptr;
 
     Workspace &workspace() { return *m_workspace; }
-    StatusPresenter &status() { return *m_status; }
 
     // A toolbar button by key ("imgFileSave"), or nullptr before the toolbars are built.
     QAction *button(const QString &key) const;

@@ -63,11 +63,6 @@ void StatusPresenter::follow(EditingSurface *surface)
     showLine();
 }
 
-EditingSurface *StatusPresenter::followed() const
-{
-    return m_surface;
-}
-
 void StatusPresenter::onChange()
 {
     showSize();

@@ -32,7 +32,6 @@ public:
 
     // The document in front, or none. Its first change clears the message, as every change does.
     void follow(EditingSurface *surface);
-    EditingSurface *followed() const;
 
     // The progress strip: shown at 0, set after each unit of work, hidden at the end.
     void showProgress();

@@ -32,7 +32,6 @@ public:
     bool isBusy() const { return m_depth > 0; }
     // Runs work now when nothing is busy, else once the busy time has ended.
     void runWhenIdle(std::function<void()> work);
-    bool hasWaiting() const { return !m_waiting.isEmpty(); }
 
 private:
     void drain();

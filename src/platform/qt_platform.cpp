@@ -1,5 +1,6 @@
 #include "platform/qt_platform.h"
 
+#include "platform/dialog_look.h"
 #include "platform/message_box.h"
 
 #include <QApplication>
@@ -102,8 +103,7 @@ QtPlatform::~QtPlatform()
 int QtPlatform::showMessage(const QString &text, int style, const QString &title)
 {
     QMessageBox box(QApplication::activeWindow());
-    // A box has a title and a close box only.
-    box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    SetDialogLook(box);
     box.setWindowTitle(title);
     box.setText(text);
     switch (MsgStyle::iconOf(style)) {

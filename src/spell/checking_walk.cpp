@@ -1,12 +1,12 @@
 #include "spell/checking_walk.h"
 
 #include "core/app_state.h"
-#include "core/dialog_look.h"
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/resumable_walk.h"
 #include "core/status_line.h"
 #include "core/workspace.h"
+#include "platform/dialog_look.h"
 #include "platform/message_box.h"
 #include "spell/soundex.h"
 

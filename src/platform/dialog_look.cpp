@@ -1,4 +1,4 @@
-#include "core/dialog_look.h"
+#include "platform/dialog_look.h"
 
 #include <QWidget>
 
