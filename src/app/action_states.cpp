@@ -9,6 +9,7 @@
 #include "platform/platform.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QMdiArea>
 #include <QToolBar>
 
@@ -66,16 +67,24 @@ void ActionStates::follow(frmDoc *document)
         m_items.fill(nullptr);
         if (document) {
             static const char *const names[ItemCount] = {"mnuFileSave", "mnuFilePrintSelected", "mnuEditCopy",
-                                                         "mnuEditCut", "mnuEditPaste", "mnuEditUndo"};
+                                                         "mnuEditCut",  "mnuEditPaste",         "mnuEditUndo",
+                                                         "mnuFileEncoding", "mnuHTMLUcase"};
             for (int i = 0; i < ItemCount; ++i)
                 m_items[size_t(i)] = document->item(QLatin1String(names[i]));
             EditingSurface *text = document->Text;
             m_connections << connect(text, &EditingSurface::SelChange, this, &ActionStates::updateActions)
                           << connect(text, &EditingSurface::CanUndoChanged, this, &ActionStates::updateActions)
                           << connect(&document->state(), &DocumentState::dirtyChanged, this, &ActionStates::updateActions)
-                          << connect(&document->state(), &DocumentState::captionChanged, this, &ActionStates::updateActions);
+                          << connect(&document->state(), &DocumentState::captionChanged, this, &ActionStates::updateActions)
+                          << connect(&document->state(), &DocumentState::formatChanged, this, &ActionStates::updateActions);
+            // A reopen answered No leaves the encoding, but the item's own click moved its mark.
+            if (QAction *encodings = m_items[FileEncoding]) {
+                for (QAction *item : encodings->menu()->actions())
+                    m_connections << connect(item, &QAction::triggered, this, &ActionStates::updateActions);
+            }
         }
         m_workspace.status.follow(document ? document->Text : nullptr);
+        m_workspace.status.followFormat(document ? &document->state() : nullptr);
     }
     updateActions();
 }
@@ -111,6 +120,16 @@ void ActionStates::updateActions()
     setEnabled(m_items[EditCut], selected);
     setEnabled(m_items[EditPaste], canPaste);
     setEnabled(m_items[EditUndo], canUndo);
+    setEnabled(m_items[HTMLUcase], !document->state().binary);
+    // A submenu has no handler of its own; its items show the encoding in use.
+    if (QAction *encodings = m_items[FileEncoding]) {
+        encodings->setEnabled(!untitled);
+        const int current = int(document->state().format().encoding) + 1;
+        for (QAction *item : encodings->menu()->actions()) {
+            item->setCheckable(true);
+            item->setChecked(item->objectName() == QStringLiteral("mnuFileEncoding(%1)").arg(current));
+        }
+    }
 }
 
 void ActionStates::showToolbars()

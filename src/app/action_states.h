@@ -38,7 +38,7 @@ private:
     void setEnabled(QAction *action, bool enabled) const;
 
     // The followed document's items that follow its state, found once when it comes to the front.
-    enum Item { FileSave, FilePrintSelected, EditCopy, EditCut, EditPaste, EditUndo, ItemCount };
+    enum Item { FileSave, FilePrintSelected, EditCopy, EditCut, EditPaste, EditUndo, FileEncoding, HTMLUcase, ItemCount };
 
     frmMDIMain &m_main;
     Workspace &m_workspace;

@@ -44,6 +44,13 @@ mnuFile|&File
   mnuFileOpen|&Open|Ctrl+O
   mnuFileSave|&Save|Ctrl+S
   mnuFileSaveAs|Save &As|Ctrl+A
+  mnuFileEncoding|Reopen with &Encoding
+    mnuFileEncoding(1)|UTF-8
+    mnuFileEncoding(2)|Windows-1252
+    mnuFileEncoding(3)|ISO-8859-1
+    mnuFileEncoding(4)|ISO-8859-15
+    mnuFileEncoding(5)|UTF-16 LE
+    mnuFileEncoding(6)|UTF-16 BE
   -
   mnuFilePrint|&Print
   mnuFilePrintSelected|Print &Setected Text

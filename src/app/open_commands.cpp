@@ -15,6 +15,9 @@ void RegisterOpenCommands(CommandTable &table, const CommandContext &context)
     for (int i = 1; i <= PreviousFileCount; ++i)
         table.setHandler(QStringLiteral("mnuFilePrevious(%1)").arg(i), [&ws, i](frmDoc *) { OpenPrevious(ws, i); });
     table.setDocumentHandler(QStringLiteral("mnuFileImport"), [&ws](frmDoc &doc) { ImportFile(ws, doc); });
+    for (int i = 1; i <= PickableEncodingCount; ++i)
+        table.setDocumentHandler(QStringLiteral("mnuFileEncoding(%1)").arg(i),
+                                 [&ws, i](frmDoc &doc) { ReopenWithEncoding(ws, doc, TextEncoding(i - 1)); });
 }
 
 } // namespace pw

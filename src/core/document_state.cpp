@@ -22,4 +22,20 @@ void DocumentState::setDirty(bool dirty)
         Q_EMIT dirtyChanged(dirty);
 }
 
+void DocumentState::setFormat(const FileFormat &format, const QString &note)
+{
+    if (m_format == format && m_encodingNote == note)
+        return;
+    m_format = format;
+    m_encodingNote = note;
+    Q_EMIT formatChanged();
+}
+
+QString DocumentState::encodingText() const
+{
+    if (!m_encodingNote.isEmpty())
+        return m_encodingNote;
+    return encodingName(m_format.encoding) + (m_format.bom && m_format.encoding == TextEncoding::Utf8 ? QStringLiteral(" with BOM") : QString());
+}
+
 } // namespace pw

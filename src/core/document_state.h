@@ -34,19 +34,30 @@ public:
     void setSaved(bool saved) { m_saved = saved; }
 
     // How the file is written back: the encoding, byte-order mark and line ends it was read with.
-    FileFormat format;
+    const FileFormat &format() const { return m_format; }
+    // note: why the encoding isn't the one the file seemed to have, told in its place until the
+    // encoding changes.
+    void setFormat(const FileFormat &format, const QString &note = QString());
+    // What the status bar shows of the encoding: its name, or the note when there is one.
+    QString encodingText() const;
+
+    // The file didn't look like text and was opened anyway: no pass rewrites its text.
+    bool binary = false;
     // Anchor names found by the last open, at positions 1 to 20.
     std::array<QString, LocalNameCount> LocalNames;
 
 Q_SIGNALS:
     void dirtyChanged(bool dirty);
     void captionChanged(const QString &caption);
+    void formatChanged();
 
 private:
     QString m_path;
     QString m_untitledName;
     bool m_dirty = false;
     bool m_saved = false;
+    FileFormat m_format;
+    QString m_encodingNote;
 };
 
 } // namespace pw

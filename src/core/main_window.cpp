@@ -74,12 +74,15 @@ frmMDIMain::frmMDIMain(Platform &platform, QWidget *parent) : QMainWindow(parent
     StatusBar1->addWidget(Panel1, 1);
     StatusBar1->addPermanentWidget(Panel2);
     StatusBar1->addPermanentWidget(Panel3);
+    Panel4 = new QLabel(StatusBar1);
+    Panel4->setObjectName(QStringLiteral("Panel4"));
+    StatusBar1->addPermanentWidget(Panel4);
 
     tmrAutoSave = new QTimer(this);
     tmrAutoSave->setObjectName(QStringLiteral("tmrAutoSave"));
     tmrAutoSave->setInterval(1000);
 
-    m_status = std::make_unique<StatusPresenter>(*StatusBar1, *Panel1, *Panel2, *Panel3, *Picture1, *ProgressBar);
+    m_status = std::make_unique<StatusPresenter>(*StatusBar1, *Panel1, *Panel2, *Panel3, *Panel4, *Picture1, *ProgressBar);
     m_workspace = std::make_unique<Workspace>(platform, *m_status, *Text, *mdiArea);
     Text->setClassFonts(&m_workspace->fonts);
 

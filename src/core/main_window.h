@@ -39,6 +39,7 @@ public:
     QLabel *Panel1 = nullptr; // messages
     QLabel *Panel2 = nullptr; // line
     QLabel *Panel3 = nullptr; // size
+    QLabel *Panel4 = nullptr; // the encoding of the file in front
     QWidget *Picture1 = nullptr;
     QProgressBar *ProgressBar = nullptr;
     EditingSurface *Text = nullptr; // the scratch surface, never shown

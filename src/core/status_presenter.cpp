@@ -1,6 +1,7 @@
 #include "core/status_presenter.h"
 
 #include "core/app_state.h"
+#include "core/document_state.h"
 #include "core/editing_surface.h"
 #include "core/status_line.h"
 
@@ -19,10 +20,10 @@ void setIfChanged(QLabel &label, const QString &text)
 }
 } // namespace
 
-StatusPresenter::StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line, QLabel &size, QWidget &strip,
-                                 QProgressBar &progress, QObject *parent)
-    : QObject(parent), m_bar(bar), m_message(message), m_line(line), m_size(size), m_strip(strip),
-      m_progress(progress)
+StatusPresenter::StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line, QLabel &size, QLabel &encoding,
+                                 QWidget &strip, QProgressBar &progress, QObject *parent)
+    : QObject(parent), m_bar(bar), m_message(message), m_line(line), m_size(size), m_encoding(encoding),
+      m_strip(strip), m_progress(progress)
 {
     follow(nullptr);
 }
@@ -61,6 +62,17 @@ void StatusPresenter::follow(EditingSurface *surface)
                   << connect(surface, &EditingSurface::SelChange, this, &StatusPresenter::showLine);
     showSize();
     showLine();
+}
+
+void StatusPresenter::followFormat(const DocumentState *state)
+{
+    disconnect(m_formatConnection);
+    m_encoding.setVisible(state != nullptr);
+    if (!state)
+        return;
+    const auto show = [this, state] { setIfChanged(m_encoding, state->encodingText()); };
+    m_formatConnection = connect(state, &DocumentState::formatChanged, this, show);
+    show();
 }
 
 void StatusPresenter::onChange()

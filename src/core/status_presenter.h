@@ -12,18 +12,20 @@ class QWidget;
 
 namespace pw {
 
+class DocumentState;
 class EditingSurface;
 
-// The only writer of the status bar's three panels and of the progress strip under the documents.
+// The only writer of the status bar's panels and of the progress strip under the documents.
 // Panel 1 holds messages; panels 2 and 3 show the line of the caret and the length of the document
-// in front, following its caret and changes, and read "Line: 0 " and "Size: 0" with none.
+// in front, following its caret and changes, and read "Line: 0 " and "Size: 0" with none; panel 4
+// shows the encoding of its file, and nothing with none.
 class StatusPresenter : public QObject
 {
     Q_OBJECT
 
 public:
-    StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line, QLabel &size, QWidget &strip,
-                    QProgressBar &progress, QObject *parent = nullptr);
+    StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line, QLabel &size, QLabel &encoding,
+                    QWidget &strip, QProgressBar &progress, QObject *parent = nullptr);
 
     // One blank and the text in the message panel, painted at once so it shows during a long pass.
     void SetStatusText(const QString &text);
@@ -32,6 +34,8 @@ public:
 
     // The document in front, or none. Its first change clears the message, as every change does.
     void follow(EditingSurface *surface);
+    // The file of the document in front, or none.
+    void followFormat(const DocumentState *state);
 
     // The progress strip: shown at 0, set after each unit of work, hidden at the end.
     void showProgress();
@@ -51,6 +55,8 @@ private:
     QLabel &m_message;
     QLabel &m_line;
     QLabel &m_size;
+    QLabel &m_encoding;
+    QMetaObject::Connection m_formatConnection;
     QWidget &m_strip;
     QProgressBar &m_progress;
     QPointer<EditingSurface> m_surface;

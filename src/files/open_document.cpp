@@ -14,7 +14,7 @@
 #include "platform/platform.h"
 
 #include <QFileInfo>
-
+#include <QMdiArea>
 #include <QPointer>
 
 #include <optional>
@@ -127,7 +127,8 @@ frmDoc *fillWindow(Workspace &ws, int slot, const QString &path, const QString &
 {
     frmDoc *document = ws.slots.CreateDocumentWindow(slot, untitledName);
     document->state().setPath(path);
-    document->state().format = decoded.format;
+    document->state().setFormat(decoded.format, decoded.note);
+    document->state().binary = decoded.binary;
     LargeFileProgress progress(ws);
     if (!document->Text->loadText(decoded.text, std::ref(progress))) {
         ws.slots.abandon(slot);
@@ -143,10 +144,33 @@ void colourAndName(Workspace &ws, frmDoc &document)
     document.Text->clearUndo();
 }
 
+bool askOpenAnyway(Workspace &ws, const QString &path)
+{
+    return ws.MsgBox(path + QStringLiteral(" does not look like a text file. Open it anyway?"),
+                     MsgStyle::YesNo + MsgStyle::Question)
+           == MsgAnswer::Yes;
+}
+
+bool openAnyway(Workspace &ws, LongPass &pass, const QString &path)
+{
+    pass.pauseWaitCursor();
+    const bool yes = askOpenAnyway(ws, path);
+    pass.resumeWaitCursor();
+    return yes;
+}
+
 // The load sequence of every way in but the recovery.
 frmDoc *loadDocument(Workspace &ws, const QString &path, const Way &way)
 {
     DocumentSlots &slots = ws.slots;
+    if (frmDoc *open = OpenDocumentOf(ws, path)) {
+        slots.area().setActiveSubWindow(open);
+        return open;
+    }
+    if (QFileInfo(path).isDir()) {
+        ws.MsgBox(path + QStringLiteral(" is a folder, not a file."), MsgStyle::OkOnly + MsgStyle::Exclamation);
+        return nullptr;
+    }
     LongPass pass(ws, way.statusText, false);
     if (way.refresh)
         slots.RefreshDocuments();
@@ -157,6 +181,11 @@ frmDoc *loadDocument(Workspace &ws, const QString &path, const Way &way)
         ws, [&](const DecodeProgress &progress) { return openDocumentFile(handles, slot, path, progress); });
     if (readFailed(ws, slot, read, way, path))
         return nullptr;
+    if (read.decoded.binary && !openAnyway(ws, pass, path)) {
+        handles.close(slot);
+        slots.abandon(slot);
+        return nullptr;
+    }
 
     frmDoc *document = fillWindow(ws, slot, path, path, read.decoded);
     if (!document)
@@ -196,6 +225,63 @@ QString chooseFileToOpen(Workspace &ws)
 QString LongPathOf(const QString &path)
 {
     return QFileInfo(path).absoluteFilePath();
+}
+
+frmDoc *OpenDocumentOf(Workspace &workspace, const QString &path)
+{
+    const QString file = QFileInfo(path).canonicalFilePath();
+    if (file.isEmpty())
+        return nullptr;
+    for (const int slot : workspace.slots.openSlots()) {
+        frmDoc *document = workspace.slots.document(slot);
+        if (document && !document->isUntitled() && QFileInfo(document->state().path()).canonicalFilePath() == file)
+            return document;
+    }
+    return nullptr;
+}
+
+void ReopenWithEncoding(Workspace &workspace, frmDoc &document, TextEncoding encoding)
+{
+    DocumentState &state = document.state();
+    if (state.isUntitled())
+        return;
+    const QString path = state.path();
+    const QString name = encodingName(encoding);
+    if (state.Dirty()
+        && workspace.MsgBox(QStringLiteral("The changes to ") + path + QStringLiteral(" will be lost.") + LineEnd
+                                + QStringLiteral("Reopen it as ") + name + QStringLiteral("?"),
+                            MsgStyle::YesNo + MsgStyle::Exclamation)
+               != MsgAnswer::Yes)
+        return;
+
+    const QPointer<frmDoc> target(&document);
+    LongPass pass(workspace, QStringLiteral("Reopening ") + path + QStringLiteral(" as ") + name, false);
+    QByteArray bytes;
+    if (const ErrorCode error = readWholeFile(path, bytes, FileShare::None); error != ErrorCode::None) {
+        tellFailure(workspace, Way{QString(), Failure::Other}, path, error);
+        return;
+    }
+    const DecodedText decoded = decodeTextAs(bytes, encoding);
+    if (decoded.invalid) {
+        pass.pauseWaitCursor();
+        workspace.MsgBox(path + QStringLiteral(" is not valid ") + name + QStringLiteral("; it stays as it was."),
+                         MsgStyle::OkOnly + MsgStyle::Exclamation);
+        return;
+    }
+    if (!target)
+        return;
+    EditingSurface &text = *target->Text;
+    const int caret = text.SelStart();
+    // The old text is gone once the load begins, so Escape doesn't stop this one.
+    ProgressStrip strip(workspace.status, decoded.text.size() >= ProgressFrom);
+    text.loadText(decoded.text, [&strip](qint64 done, qint64 total) {
+        strip.step(done, total);
+        return true;
+    });
+    state.setFormat(decoded.format);
+    colourAndName(workspace, *target);
+    text.setSelStart(qMin(caret, text.TextLength()));
+    state.setDirty(false);
 }
 
 frmDoc *OpenFromDialog(Workspace &workspace)
@@ -269,7 +355,7 @@ void ImportFile(Workspace &workspace, frmDoc &document)
         tellFailure(workspace, Way{QString(), Failure::Dialog}, path, read.error);
         return;
     }
-    if (read.decoded.cancelled || !target)
+    if (read.decoded.cancelled || !target || (read.decoded.binary && !openAnyway(workspace, pass, path)))
         return;
     EditingSurface &text = *target->Text;
     ApplyClassFont(text, false);

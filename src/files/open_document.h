@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/file_format.h"
+
 #include <QString>
 
 namespace pw {
@@ -16,8 +18,13 @@ class frmDoc;
 // symlinks kept.
 QString LongPathOf(const QString &path);
 
+// The open document that holds path's file (through any symbolic link), or none.
+frmDoc *OpenDocumentOf(Workspace &workspace, const QString &path);
+
 // mnuFileOpen, imgFileOpen: the open dialog; nothing happens when it is cancelled. A file held
 // elsewhere gives "Permission denied!", any other failure the platform's reason.
+// In every way in, a file that is open already comes to the front, a folder is refused and a file
+// that doesn't look like text is opened only when the user says so.
 frmDoc *OpenFromDialog(Workspace &workspace);
 // The start with a file on the command line.
 frmDoc *OpenFromCommandLine(Workspace &workspace, const QString &commandLine);
@@ -30,6 +37,9 @@ frmDoc *RecoverFile(Workspace &workspace, const QString &path, const QString &un
 // mnuFileImport: a file's text at the caret of a document, uncoloured; the document keeps its name
 // and becomes dirty. Holds nothing: only a locked file is refused.
 void ImportFile(Workspace &workspace, frmDoc &document);
+// mnuFileEncoding(index): the document's file read again in another encoding, which its saves then
+// keep. Asks first when the document has changed; bytes not valid in the encoding change nothing.
+void ReopenWithEncoding(Workspace &workspace, frmDoc &document, TextEncoding encoding);
 // Collects the names of the anchors of a document into its LocalNames (at most 20).
 void FindLocalNames(Workspace &workspace, frmDoc &document);
 

@@ -8,6 +8,9 @@
 #include "core/workspace.h"
 #include "platform/message_box.h"
 #include "platform/platform.h"
+#include "platform/printer_sink.h"
+
+#include <QFileInfo>
 
 namespace pw {
 
@@ -21,12 +24,50 @@ QString pageHeader(int page, const QString &caption, bool selection)
     return header;
 }
 
+// Where no printer is set up, the same pages go to a PDF file the user names; null when the user
+// would rather not, or the file can't be written (which is told).
+std::unique_ptr<LineSink> pdfInstead(Workspace &ws, const frmDoc &document, QString *pdfPath)
+{
+    if (ws.MsgBox(NoPrinterText() + LineEnd + LineEnd + QStringLiteral("Write the pages to a PDF file instead?"),
+                  MsgStyle::YesNo + MsgStyle::Question)
+        != MsgAnswer::Yes)
+        return nullptr;
+    CommonDialog &dialog = ws.CMDialog1;
+    dialog.Flags = 0;
+    dialog.Filter = QStringLiteral("PDF (*.pdf)|*.pdf");
+    dialog.FilterIndex = 1;
+    dialog.DefaultExt = QStringLiteral("pdf");
+    const QFileInfo source(document.isUntitled() ? QStringLiteral("Untitled") : document.state().path());
+    dialog.InitDir = document.isUntitled() ? QString() : source.absolutePath();
+    dialog.FileName = (document.isUntitled() ? QString() : source.absolutePath() + QLatin1Char('/'))
+                      + source.completeBaseName() + QStringLiteral(".pdf");
+    if (dialog.ShowSave() != ErrorCode::None || dialog.FileName.isEmpty())
+        return nullptr;
+    QString path = dialog.FileName;
+    if (!path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive))
+        path += QStringLiteral(".pdf");
+    if (QFileInfo::exists(path)
+        && ws.MsgBox(path + LineEnd + QStringLiteral("Replace existing file?"), MsgStyle::YesNo + MsgStyle::Question)
+               != MsgAnswer::Yes)
+        return nullptr;
+    QString error;
+    std::unique_ptr<LineSink> sink = openPdfFile(path, document.Caption(), &error);
+    if (!sink)
+        ws.MsgBox(error, MsgStyle::Exclamation);
+    *pdfPath = path;
+    return sink;
+}
+
 void printText(Workspace &ws, const frmDoc &document, const QString &text, bool selection)
 {
     QString error;
-    std::unique_ptr<LineSink> printer = ws.platform.openPrinter(document.Caption(), &error);
+    QString pdfPath;
+    std::unique_ptr<LineSink> printer = ws.platform.printerInstalled()
+                                            ? ws.platform.openPrinter(document.Caption(), &error)
+                                            : pdfInstead(ws, document, &pdfPath);
     if (!printer) {
-        ws.MsgBox(error, MsgStyle::Exclamation);
+        if (!error.isEmpty())
+            ws.MsgBox(error, MsgStyle::Exclamation);
         return;
     }
 
@@ -72,7 +113,12 @@ void printText(Workspace &ws, const frmDoc &document, const QString &text, bool 
         if (pass.escapePressed())
             break;
     }
-    printer->endDoc();
+    if (!printer->endDoc()) {
+        pass.pauseWaitCursor();
+        ws.MsgBox(pdfPath.isEmpty() ? QStringLiteral("The pages could not all be printed.")
+                                    : QStringLiteral("%1 could not be written.").arg(pdfPath),
+                  MsgStyle::Exclamation);
+    }
 }
 
 } // namespace

@@ -105,7 +105,7 @@ bool writeDocument(Workspace &ws, frmDoc &doc, const QString &path, bool newName
     LongPass pass(ws, status, false);
 
     const QString text = doc.Text->Text();
-    FileFormat format = doc.state().format;
+    FileFormat format = doc.state().format();
     SaveResult result = saveDocumentFile(handles, slot, path, text, format, lockOn);
     if (result.failure == SaveFailure::Unencodable) {
         pass.pauseWaitCursor();
@@ -123,7 +123,8 @@ bool writeDocument(Workspace &ws, frmDoc &doc, const QString &path, bool newName
         showPermissionDenied(ws, result.message);
         return false;
     }
-    doc.state().format = format;
+    if (!(format == doc.state().format()))
+        doc.state().setFormat(format);
     if (lockOn && !handles.isLocked(slot))
         handles.lock(slot); // a lock that can't be had is not reported
 

@@ -135,7 +135,7 @@ void StampDocument(Workspace &workspace, frmDoc &document)
     if (!changed)
         return;
     const SaveResult saved = saveDocumentFile(FileHandles::instance(), document.slot(), document.state().path(),
-                                              surface.Text(), document.state().format);
+                                              surface.Text(), document.state().format());
     document.state().setDirty(!saved.ok());
 }
 

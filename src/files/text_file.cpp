@@ -3,8 +3,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
-#include <QStringDecoder>
-#include <QStringEncoder>
 
 #include <algorithm>
 #include <cerrno>
@@ -16,154 +14,6 @@
 namespace pw {
 
 namespace {
-
-constexpr qsizetype kChunk = 1 << 20;
-
-// 0x80 to 0x9F of Windows-1252; the five unassigned bytes stand for the C1 control of the same
-// number, so that any byte string survives decoding and encoding.
-constexpr char16_t kHigh1252[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-
-// The byte for a character in Windows-1252, or -1.
-int to1252(char16_t c)
-{
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
-        return c;
-    for (int i = 0; i < 32; ++i) {
-        if (kHigh1252[i] == c)
-            return 0x80 + i;
-    }
-    return -1;
-}
-
-// Turns every line end into CR LF while counting the kinds; a CR at the end of one chunk and an
-// LF at the start of the next are one CR LF.
-class LineEndNormalizer
-{
-public:
-    explicit LineEndNormalizer(QString &out) : m_out(out) {}
-
-    void append(const QChar *p, qsizetype n)
-    {
-        const QChar *end = p + n;
-        while (p < end) {
-            if (m_pendingCr) {
-                m_pendingCr = false;
-                if (*p == u'\n') {
-                    --m_cr;
-                    ++m_crlf;
-                    ++p;
-                    continue;
-                }
-            }
-            const QChar *q = p;
-            while (q < end && *q != u'\r' && *q != u'\n')
-                ++q;
-            m_out.append(p, q - p);
-            if (q == end)
-                break;
-            m_out.append(u"\r\n");
-            if (*q == u'\r') {
-                ++m_cr;
-                m_pendingCr = true;
-            } else {
-                ++m_lf;
-            }
-            p = q + 1;
-        }
-    }
-
-    LineEndStyle style() const
-    {
-        if (m_crlf >= m_lf && m_crlf >= m_cr)
-            return LineEndStyle::CrLf;
-        return m_lf >= m_cr ? LineEndStyle::Lf : LineEndStyle::Cr;
-    }
-    bool mixed() const { return (m_crlf > 0) + (m_lf > 0) + (m_cr > 0) > 1; }
-
-private:
-    QString &m_out;
-    qsizetype m_crlf = 0, m_lf = 0, m_cr = 0;
-    bool m_pendingCr = false;
-};
-
-// Decodes from start as UTF-8, chunk by chunk, each cut before a sequence that would run past
-// it. False at the first invalid byte, or when cancelled.
-bool decodeUtf8(const QByteArray &bytes, qsizetype start, LineEndNormalizer &out,
-                const DecodeProgress &progress, bool &cancelled)
-{
-    QStringDecoder decoder(QStringConverter::Utf8,
-                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
-    const auto *data = reinterpret_cast<const uchar *>(bytes.constData());
-    const qsizetype size = bytes.size();
-    QString piece(qMin(kChunk, size), Qt::Uninitialized); // a byte gives at most one QChar
-    qsizetype pos = start;
-    while (pos < size) {
-        qsizetype end = qMin(pos + kChunk, size);
-        for (int back = 0; end < size && back < 3 && end > pos && (data[end] & 0xC0) == 0x80; ++back)
-            --end;
-        // One buffer for all chunks: fresh memory for each would cost a page fault per page.
-        const QChar *pieceEnd = decoder.appendToBuffer(piece.data(), QByteArrayView(data + pos, end - pos));
-        if (decoder.hasError())
-            return false;
-        out.append(piece.constData(), pieceEnd - piece.constData());
-        pos = end;
-        if (progress && !progress(pos, size)) {
-            cancelled = true;
-            return false;
-        }
-    }
-    return true;
-}
-
-bool decode1252(const QByteArray &bytes, LineEndNormalizer &out, const DecodeProgress &progress)
-{
-    const auto *data = reinterpret_cast<const uchar *>(bytes.constData());
-    const qsizetype size = bytes.size();
-    QString piece;
-    for (qsizetype pos = 0; pos < size;) {
-        const qsizetype end = qMin(pos + kChunk, size);
-        piece.resize(end - pos);
-        QChar *dst = piece.data();
-        for (qsizetype i = pos; i < end; ++i) {
-            const uchar b = data[i];
-            *dst++ = QChar(b >= 0x80 && b < 0xA0 ? kHigh1252[b - 0x80] : char16_t(b));
-        }
-        out.append(piece.constData(), piece.size());
-        pos = end;
-        if (progress && !progress(pos, size))
-            return false;
-    }
-    return true;
-}
-
-// Turns each CR LF of encoded bytes from 'from' on into one byte, in place; far quicker than
-// replacing in the string before encoding.
-void shortenLineEnds(QByteArray &bytes, qsizetype from, char end)
-{
-    char *data = bytes.data();
-    const qsizetype size = bytes.size();
-    qsizetype read = from, write = from;
-    while (read < size) {
-        const void *cr = std::memchr(data + read, '\r', size_t(size - read));
-        const qsizetype stop = cr ? static_cast<const char *>(cr) - data : size;
-        std::memmove(data + write, data + read, size_t(stop - read));
-        write += stop - read;
-        read = stop;
-        if (read == size)
-            break;
-        if (read + 1 < size && data[read + 1] == '\n') {
-            data[write++] = end;
-            read += 2;
-        } else {
-            data[write++] = data[read++];
-        }
-    }
-    bytes.truncate(write);
-}
 
 SaveResult failed(ErrorCode code, SaveFailure failure, const QString &message)
 {
@@ -226,75 +76,6 @@ bool writeAll(int fd, const QByteArray &bytes)
 
 } // namespace
 
-DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress)
-{
-    DecodedText result;
-    // Enough for any line-end growth, so the text is never copied to grow.
-    const qsizetype ends =
-        std::count(bytes.cbegin(), bytes.cend(), '\n') + std::count(bytes.cbegin(), bytes.cend(), '\r');
-    const bool bom = bytes.startsWith("\xEF\xBB\xBF");
-    {
-        result.text.reserve(bytes.size() + ends);
-        LineEndNormalizer out(result.text);
-        bool cancelled = false;
-        if (decodeUtf8(bytes, bom ? 3 : 0, out, progress, cancelled)) {
-            result.format = {TextEncoding::Utf8, bom, out.style()};
-            result.mixedLineEnds = out.mixed();
-            return result;
-        }
-        if (cancelled) {
-            result.text.clear();
-            result.cancelled = true;
-            return result;
-        }
-    }
-    result.text.truncate(0); // keeps the room reserved
-    LineEndNormalizer out(result.text);
-    if (!decode1252(bytes, out, progress)) {
-        result.text.clear();
-        result.cancelled = true;
-        return result;
-    }
-    result.format = {TextEncoding::Windows1252, false, out.style()};
-    result.mixedLineEnds = out.mixed();
-    return result;
-}
-
-QByteArray encodeText(const QString &text, const FileFormat &format, qsizetype *unencodable)
-{
-    if (unencodable)
-        *unencodable = -1;
-    if (format.encoding == TextEncoding::Utf8) {
-        QStringEncoder encoder(QStringConverter::Utf8);
-        const qsizetype start = format.bom ? 3 : 0;
-        QByteArray bytes(start + encoder.requiredSpace(text.size()), Qt::Uninitialized);
-        std::memcpy(bytes.data(), "\xEF\xBB\xBF", size_t(start));
-        bytes.truncate(encoder.appendToBuffer(bytes.data() + start, text) - bytes.constData());
-        if (format.lineEnd != LineEndStyle::CrLf)
-            shortenLineEnds(bytes, start, format.lineEnd == LineEndStyle::Lf ? '\n' : '\r');
-        return bytes;
-    }
-    // One byte a character, so the bytes are never more than the characters.
-    QByteArray bytes(text.size(), Qt::Uninitialized);
-    char *out = bytes.data();
-    const QChar *chars = text.constData();
-    const qsizetype n = text.size();
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = chars[i].unicode();
-        const int b = to1252(c);
-        if (b < 0) {
-            if (unencodable)
-                *unencodable = i;
-            return QByteArray();
-        }
-        *out++ = char(b);
-    }
-    bytes.truncate(out - bytes.constData());
-    if (format.lineEnd != LineEndStyle::CrLf)
-        shortenLineEnds(bytes, 0, format.lineEnd == LineEndStyle::Lf ? '\n' : '\r');
-    return bytes;
-}
-
 SaveResult saveTextFile(const QString &path, const QString &text, const FileFormat &format)
 {
     qsizetype bad = -1;
@@ -303,8 +84,9 @@ SaveResult saveTextFile(const QString &path, const QString &text, const FileForm
         const int line = int(QStringView(text).left(bad).count(QLatin1String("\r\n"))) + 1;
         const uint code = QStringView(text).mid(bad).toUcs4().value(0);
         return failed(ErrorCode::PathFileAccess, SaveFailure::Unencodable,
-                      QStringLiteral("The text holds a character that Windows-1252 can't store "
-                                     "(U+%1 on line %2). Save it as UTF-8 to keep it.")
+                      QStringLiteral("The text holds a character that %1 can't store "
+                                     "(U+%2 on line %3). Save it as UTF-8 to keep it.")
+                          .arg(encodingName(format.encoding))
                           .arg(QString::number(code, 16).toUpper().rightJustified(4, QLatin1Char('0')))
                           .arg(line));
     }

@@ -10,6 +10,8 @@ namespace pw {
 
 void ConvertTagsToUpper(Workspace &workspace, frmDoc &document)
 {
+    if (document.state().binary)
+        return;
     EditingSurface &text = *document.Text;
     text.setVisible(true);
     const int caret = text.SelStart();

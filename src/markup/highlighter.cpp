@@ -293,7 +293,8 @@ void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, fr
         TagWalk walk;
         walk.commentFont = &fonts.comment;
         walk.tagFont = &fonts.html;
-        walk.uppercase = ws.options.isChecked(Option::UHTML);
+        // A file that isn't text is shown, never rewritten.
+        walk.uppercase = ws.options.isChecked(Option::UHTML) && !(document && document->state().binary);
         try {
             EditingSurface::EditGroup oneStep(text);
             if (WalkTags(text, walk, ws.platform, pass ? &*pass : nullptr).end == WalkEnd::UnclosedComment)

@@ -14,14 +14,15 @@
 
 namespace pw {
 
-// The default printer as a stream of lines.
+// The default printer, or a PDF file, as a stream of lines.
 class LineSink
 {
 public:
     virtual ~LineSink() = default;
     virtual void printLine(const QString &line) = 0;
     virtual void newPage() = 0;
-    virtual void endDoc() = 0;
+    // False when the pages could not all be written out.
+    virtual bool endDoc() = 0;
 };
 
 // Everything that would block a test or reach outside the program. The real implementation is
@@ -52,6 +53,8 @@ public:
     // Calls changed whenever the clipboard's content changes, for as long as context lives.
     virtual void watchClipboard(QObject *context, std::function<void()> changed) = 0;
 
+    // Whether a default printer is set up at all.
+    virtual bool printerInstalled() = 0;
     // Opens the default printer for one document. Null with *error set when there is none.
     virtual std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) = 0;
 

@@ -1,5 +1,7 @@
 #include "platform/qt_platform.h"
 
+#include "platform/printer_sink.h"
+
 #include "platform/dialog_look.h"
 #include "platform/message_box.h"
 
@@ -14,7 +16,6 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QPointer>
-#include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QPushButton>
@@ -247,53 +248,19 @@ void QtPlatform::watchClipboard(QObject *context, std::function<void()> changed)
     QObject::connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, context, std::move(changed));
 }
 
-namespace {
-
-class PrinterLineSink : public LineSink
+bool QtPlatform::printerInstalled()
 {
-public:
-    explicit PrinterLineSink(const QString &documentName)
-    {
-        m_printer.setDocName(documentName);
-        m_painter.begin(&m_printer);
-        m_lineHeight = m_painter.fontMetrics().lineSpacing();
-    }
-    bool ok() const { return m_painter.isActive(); }
-    void printLine(const QString &line) override
-    {
-        m_y += m_lineHeight;
-        m_painter.drawText(0, m_y, line);
-    }
-    void newPage() override
-    {
-        m_printer.newPage();
-        m_y = 0;
-    }
-    void endDoc() override { m_painter.end(); }
-
-private:
-    QPrinter m_printer{QPrinterInfo::defaultPrinter()};
-    QPainter m_painter;
-    int m_lineHeight = 0;
-    int m_y = 0;
-};
-
-} // namespace
+    return !QPrinterInfo::defaultPrinter().isNull();
+}
 
 std::unique_ptr<LineSink> QtPlatform::openPrinter(const QString &documentName, QString *error)
 {
-    if (QPrinterInfo::defaultPrinter().isNull()) {
+    if (!printerInstalled()) {
         if (error)
-            *error = QStringLiteral("No printer is set up on this computer.");
+            *error = NoPrinterText();
         return nullptr;
     }
-    auto sink = std::make_unique<PrinterLineSink>(documentName);
-    if (!sink->ok()) {
-        if (error)
-            *error = QStringLiteral("The default printer could not be opened.");
-        return nullptr;
-    }
-    return sink;
+    return openDefaultPrinter(documentName, error);
 }
 
 bool QtPlatform::startProgram(const QString &program, const QStringList &arguments)

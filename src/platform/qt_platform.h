@@ -23,6 +23,7 @@ public:
     QByteArray clipboardFragment() override;
     void setClipboard(const QString &text, const QByteArray &fragment) override;
     void watchClipboard(QObject *context, std::function<void()> changed) override;
+    bool printerInstalled() override;
     std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) override;
     bool startProgram(const QString &program, const QStringList &arguments) override;
 

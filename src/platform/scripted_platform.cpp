@@ -1,6 +1,7 @@
 #include "platform/scripted_platform.h"
 
 #include "platform/message_box.h"
+#include "platform/printer_sink.h"
 
 #include <QFileInfo>
 
@@ -91,7 +92,11 @@ public:
     }
     void printLine(const QString &line) override { m_owner->printed.last().lines.append(line); }
     void newPage() override { m_owner->printed.append(ScriptedPlatform::PrintedPage{}); }
-    void endDoc() override { ++m_owner->documentsPrinted; }
+    bool endDoc() override
+    {
+        ++m_owner->documentsPrinted;
+        return true;
+    }
 
 private:
     ScriptedPlatform *m_owner;
@@ -102,7 +107,7 @@ std::unique_ptr<LineSink> ScriptedPlatform::openPrinter(const QString &, QString
 {
     if (!printerAvailable) {
         if (error)
-            *error = QStringLiteral("No printer is set up on this computer.");
+            *error = NoPrinterText();
         return nullptr;
     }
     return std::make_unique<RecordingSink>(this);

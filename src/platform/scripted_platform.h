@@ -62,6 +62,7 @@ public:
     QByteArray clipboardFragment() override { return clipFragment; }
     void setClipboard(const QString &text, const QByteArray &fragment) override;
     void watchClipboard(QObject *context, std::function<void()> changed) override;
+    bool printerInstalled() override { return printerAvailable; }
     std::unique_ptr<LineSink> openPrinter(const QString &documentName, QString *error) override;
     bool startProgram(const QString &program, const QStringList &arguments) override;
 

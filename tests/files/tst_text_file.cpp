@@ -87,51 +87,117 @@ private Q_SLOTS:
         temp.reset();
     }
 
+    // Every file comes back byte for byte after an open and a save without edits; the encoding
+    // is found as a user would expect, and said when it is not what the file seemed to be.
     void unchangedTextRoundTrips_data()
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<FileFormat>("format");
-        const FileFormat utf8CrLf, utf8Bom{TextEncoding::Utf8, true};
-        const FileFormat utf8Lf{TextEncoding::Utf8, false, LineEndStyle::Lf};
-        const FileFormat utf8Cr{TextEncoding::Utf8, false, LineEndStyle::Cr};
-        const FileFormat cp1252Lf{TextEncoding::Windows1252, false, LineEndStyle::Lf};
-        const FileFormat cp1252CrLf{TextEncoding::Windows1252, false, LineEndStyle::CrLf};
+        QTest::addColumn<QString>("text"); // what the user reads, where it matters
+        QTest::addColumn<QString>("note");
+        const auto f = [](TextEncoding e, LineEndStyle end = LineEndStyle::CrLf, bool bom = false) {
+            return FileFormat{e, bom, end, {}};
+        };
+        const FileFormat utf8CrLf = f(TextEncoding::Utf8), utf8Bom = f(TextEncoding::Utf8, LineEndStyle::CrLf, true);
+        const FileFormat utf8Lf = f(TextEncoding::Utf8, LineEndStyle::Lf), utf8Cr = f(TextEncoding::Utf8, LineEndStyle::Cr);
+        const FileFormat cp1252Lf = f(TextEncoding::Windows1252, LineEndStyle::Lf);
+        const FileFormat cp1252CrLf = f(TextEncoding::Windows1252);
         QByteArray everyByte;
         for (int b = 0; b < 256; ++b)
             if (b != '\r')
                 everyByte += char(b);
+        const auto utf16 = [](const QString &text, bool big) {
+            QByteArray bytes(big ? "\xFE\xFF" : "\xFF\xFE");
+            for (const QChar c : text) {
+                bytes += char(big ? c.unicode() >> 8 : c.unicode());
+                bytes += char(big ? c.unicode() : c.unicode() >> 8);
+            }
+            return bytes;
+        };
+        const auto utf32 = [](const QString &text, bool big) {
+            QByteArray bytes = big ? QByteArray("\0\0\xFE\xFF", 4) : QByteArray("\xFF\xFE\0\0", 4);
+            for (const char32_t c : text.toUcs4())
+                for (int k = 0; k < 4; ++k)
+                    bytes += char(c >> 8 * (big ? 3 - k : k));
+            return bytes;
+        };
+        const QString page = QStringLiteral("<P>caf\u00E9 \u20AC \U0001F600</P>");
+        const QString meta = QStringLiteral("<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; charset=%1\">\n");
+        const QString notUtf8 = QStringLiteral("not valid UTF-8, opened as Windows-1252");
 
-        QTest::newRow("LF") << QByteArray("<P>a</P>\n<P>b</P>\n") << utf8Lf;
-        QTest::newRow("CR LF") << QByteArray("<P>a</P>\r\n<P>b</P>\r\n") << utf8CrLf;
-        QTest::newRow("CR") << QByteArray("<P>a</P>\r<P>b</P>\r") << utf8Cr;
-        QTest::newRow("no line end") << QByteArray("<P>") << utf8CrLf;
-        QTest::newRow("empty file") << QByteArray() << utf8CrLf;
-        QTest::newRow("UTF-8") << QByteArray("caf\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80\n") << utf8Lf;
-        QTest::newRow("UTF-8 with BOM") << QByteArray("\xEF\xBB\xBF<P>caf\xC3\xA9</P>\r\n\r\n") << utf8Bom;
-        QTest::newRow("BOM only") << QByteArray("\xEF\xBB\xBF") << utf8Bom;
-        QTest::newRow("U+FEFF inside") << QByteArray("a\xEF\xBB\xBF" "b") << utf8CrLf;
-        QTest::newRow("NUL and controls") << QByteArray("a\0b\x01\x1F\x7F\tc  \n\nc\0", 14) << utf8Lf;
-        QTest::newRow("line separator") << QByteArray("a\xE2\x80\xA8" "b\r\n") << utf8CrLf;
-        QTest::newRow("Windows-1252") << QByteArray("caf\xE9 \x80 \x93q\x94\r\n") << cp1252CrLf;
-        QTest::newRow("every byte") << everyByte << cp1252Lf;
-        QTest::newRow("truncated UTF-8 at the end") << QByteArray("caf\xC3") << cp1252CrLf;
-        QTest::newRow("overlong UTF-8") << QByteArray("\xC0\xAF\n") << cp1252Lf;
-        QTest::newRow("UTF-8 of a surrogate") << QByteArray("\xED\xA0\x80") << cp1252CrLf;
-        QTest::newRow("BOM then 1252") << QByteArray("\xEF\xBB\xBF" "caf\xE9") << cp1252CrLf;
+        QTest::newRow("LF") << QByteArray("<P>a</P>\n<P>b</P>\n") << utf8Lf << QString() << QString();
+        QTest::newRow("CR LF") << QByteArray("<P>a</P>\r\n<P>b</P>\r\n") << utf8CrLf << QString() << QString();
+        QTest::newRow("CR") << QByteArray("<P>a</P>\r<P>b</P>\r") << utf8Cr << QString() << QString();
+        QTest::newRow("no line end") << QByteArray("<P>") << utf8CrLf << QString() << QString();
+        QTest::newRow("empty file") << QByteArray() << utf8CrLf << QString() << QString();
+        QTest::newRow("UTF-8") << page.toUtf8() + "\n" << utf8Lf << page + "\r\n" << QString();
+        QTest::newRow("UTF-8 with BOM") << QByteArray("\xEF\xBB\xBF<P>caf\xC3\xA9</P>\r\n\r\n") << utf8Bom << QString() << QString();
+        QTest::newRow("BOM only") << QByteArray("\xEF\xBB\xBF") << utf8Bom << QString() << QString();
+        QTest::newRow("U+FEFF inside") << QByteArray("a\xEF\xBB\xBF" "b") << utf8CrLf << QString() << QString();
+        QTest::newRow("NUL and controls") << QByteArray("a\0b\x01\x1F\x7F\tc  \n\nc\0", 14) << utf8Lf << QString() << QString();
+        QTest::newRow("separators the text document would break at")
+            << QByteArray("a\xE2\x80\xA8" "b\xE2\x80\xA9" "c\xEF\xB7\x90" "d\xEF\xB7\x91\r\n") << utf8CrLf << QString() << QString();
+        QTest::newRow("Windows-1252") << QByteArray("caf\xE9 \x80 \x93q\x94\r\n") << cp1252CrLf
+                                      << QStringLiteral("caf\u00E9 \u20AC \u201Cq\u201D\r\n") << QString();
+        QTest::newRow("every byte") << everyByte << cp1252Lf << QString() << QString();
+        QTest::newRow("truncated UTF-8 at the end") << QByteArray("caf\xC3") << cp1252CrLf << QString() << QString();
+        QTest::newRow("overlong UTF-8") << QByteArray("\xC0\xAF\n") << cp1252Lf << QString() << QString();
+        QTest::newRow("UTF-8 of a surrogate") << QByteArray("\xED\xA0\x80") << cp1252CrLf << QString() << QString();
+        QTest::newRow("BOM then 1252") << QByteArray("\xEF\xBB\xBF" "caf\xE9") << cp1252CrLf << QString() << notUtf8;
+        QTest::newRow("nearly UTF-8") << QByteArray("caf\xC3\xA9 na\xEFve \xE2\x82\xAC") << cp1252CrLf
+                                      << QStringLiteral("caf\u00C3\u00A9 na\u00EFve \u00E2\u201A\u00AC") << notUtf8;
+
+        QTest::newRow("UTF-16 LE") << utf16(page + "\r\n", false) << f(TextEncoding::Utf16Le, LineEndStyle::CrLf, true)
+                                   << page + "\r\n" << QString();
+        QTest::newRow("UTF-16 BE, LF") << utf16(page + "\n", true) << f(TextEncoding::Utf16Be, LineEndStyle::Lf, true)
+                                       << page + "\r\n" << QString();
+        QTest::newRow("UTF-16 with an unpaired surrogate") << utf16(QString(QChar(0xD800)) + "a", false)
+                                                           << f(TextEncoding::Utf16Le, LineEndStyle::CrLf, true) << QString() << QString();
+        QTest::newRow("UTF-16 of separators") << utf16(QStringLiteral("a\u2029b"), true)
+                                              << f(TextEncoding::Utf16Be, LineEndStyle::CrLf, true) << QString() << QString();
+        QTest::newRow("UTF-32 LE") << utf32(page, false) << f(TextEncoding::Utf32Le, LineEndStyle::CrLf, true) << page << QString();
+        QTest::newRow("UTF-32 BE, CR") << utf32(page + "\r", true) << f(TextEncoding::Utf32Be, LineEndStyle::Cr, true)
+                                       << page + "\r\n" << QString();
+
+        QTest::newRow("declared ISO-8859-1") << meta.arg("iso-8859-1").toLatin1() + "caf\xE9 \x80"
+                                             << f(TextEncoding::Latin1, LineEndStyle::Lf)
+                                             << meta.arg("iso-8859-1").replace("\n", "\r\n") + QStringLiteral("caf\u00E9 \u0080") << QString();
+        QTest::newRow("declared ISO-8859-15") << QByteArray("<meta charset='ISO-8859-15'>\xA4\xBD") << f(TextEncoding::Latin9)
+                                              << QStringLiteral("<meta charset='ISO-8859-15'>\u20AC\u0153") << QString();
+        QTest::newRow("declared Windows-1252") << meta.arg("windows-1252").toLatin1() + "\x80" << f(TextEncoding::Windows1252, LineEndStyle::Lf)
+                                               << QString() << QString();
+        QTest::newRow("XML declaration") << QByteArray("<?xml version=\"1.0\" encoding=\"latin1\"?>\r\n\xE9") << f(TextEncoding::Latin1)
+                                         << QStringLiteral("<?xml version=\"1.0\" encoding=\"latin1\"?>\r\n\u00E9") << QString();
+        QTest::newRow("plain ASCII follows its declaration") << meta.arg("ISO-8859-1").toLatin1() << f(TextEncoding::Latin1, LineEndStyle::Lf)
+                                                              << QString() << QString();
+        QTest::newRow("valid UTF-8 outweighs a declaration") << meta.arg("iso-8859-1").toLatin1() + "caf\xC3\xA9"
+                                                              << utf8Lf << QString() << QString();
+        QTest::newRow("declared UTF-8 that isn't") << meta.arg("utf-8").toLatin1() + "caf\xE9" << cp1252Lf << QString() << notUtf8;
+        QTest::newRow("every byte, declared Latin-1") << meta.arg("latin1").toLatin1() + everyByte
+                                                       << f(TextEncoding::Latin1, LineEndStyle::Lf) << QString() << QString();
+        QTest::newRow("unknown charset") << meta.arg("x-mac-roman").toLatin1() + "\xE9" << cp1252Lf << QString()
+                                         << QStringLiteral("charset \"x-mac-roman\" unknown, opened as Windows-1252");
     }
     void unchangedTextRoundTrips()
     {
         QFETCH(QByteArray, bytes);
         QFETCH(FileFormat, format);
+        QFETCH(QString, text);
+        QFETCH(QString, note);
         const DecodedText decoded = decodeText(bytes);
-        QVERIFY(decoded.format == format);
+        QCOMPARE(decoded.format.encoding, format.encoding);
+        QCOMPARE(decoded.format.bom, format.bom);
+        QCOMPARE(decoded.format.lineEnd, format.lineEnd);
+        QCOMPARE(decoded.note, note);
+        if (!text.isNull())
+            QCOMPARE(decoded.text, text);
         QVERIFY(!decoded.mixedLineEnds);
-        // In the text every line end is CR LF, nothing lone.
-        QVERIFY(!decoded.text.contains(QRegularExpression(QStringLiteral("\r(?!\n)|(?<!\r)\n"))));
+        // In the text every line end is CR LF, nothing lone, and nothing else ends a line.
+        QVERIFY(!decoded.text.contains(QRegularExpression(QStringLiteral("\r(?!\n)|(?<!\r)\n|[\u2028\u2029\uFDD0\uFDD1]"))));
         QCOMPARE(encodeText(decoded.text, decoded.format), bytes);
         // What the user opens goes into the surface and comes back from it for the save.
         EditingSurface surface;
-        surface.setText(decoded.text);
+        surface.loadText(decoded.text, {});
         QCOMPARE(encodeText(surface.Text(), decoded.format), bytes);
 
         // And through the files, as an open and a save without edits.

@@ -8,6 +8,8 @@
 #include "platform/file_handles.h"
 #include "platform/message_box.h"
 
+#include <QAction>
+#include <QLabel>
 #include <QMdiArea>
 #include <QProgressBar>
 
@@ -57,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(program->captions(), QStringList{path});
         QCOMPARE(doc->Text->Text(), QStringLiteral("<HTML>\r\n<B>bold</B> text\r\n</HTML>\r\n"));
         QCOMPARE(fontClasses(*doc->Text), QStringLiteral("hhhhhh//hhhtttthhhhttttt//hhhhhhh//"));
-        QCOMPARE(doc->state().format.lineEnd, LineEndStyle::Lf);
+        QCOMPARE(doc->state().format().lineEnd, LineEndStyle::Lf);
         QVERIFY(!doc->state().Dirty());
         QVERIFY(!doc->Text->CanUndo());
         QVERIFY(!ws().markupToolsHidden());
@@ -84,42 +86,65 @@ private Q_SLOTS:
         QVERIFY(FileHandles::instance().isLocked(doc->slot()));
     }
 
-    void failedOpenLeavesTheSlotFree_data()
+    // An open that makes no new window: a failure leaves the slot free, a page open already comes
+    // to the front, a folder or a binary file answered No opens nothing.
+    void openThatMakesNoNewWindow_data()
     {
         QTest::addColumn<QString>("way");
         QTest::addColumn<QString>("fault");
-        QTest::addColumn<QString>("message"); // %1 stands for the path
+        QTest::addColumn<QString>("message"); // %1 stands for the path; empty: none
+        QTest::addColumn<int>("style");
         const QString couldNot = QStringLiteral("Could not open the file [%1] Due to the following error!\r\n\r\n");
-        const QString missing = couldNot + "File not found", here = "held here", elsewhere = "held elsewhere";
+        const QString missing = couldNot + "File not found", here = "open here", elsewhere = "held elsewhere";
         const QString denied = "Permission denied!", Denied = "Permission Denied!";
-        QTest::newRow("dialog, held by another document") << "dialog" << here << denied;
-        QTest::newRow("dialog, missing file") << "dialog" << "missing" << missing;
-        QTest::newRow("command line, held by another copy") << "command line" << elsewhere << denied;
-        QTest::newRow("command line, missing file") << "command line" << "missing" << missing;
-        QTest::newRow("hand-over, held by another document") << "hand-over" << here << Denied;
-        QTest::newRow("hand-over, held by another copy") << "hand-over" << elsewhere << Denied;
-        QTest::newRow("hand-over, a folder") << "hand-over" << "folder" << couldNot + "Path/File access error";
-        QTest::newRow("previous, held by another document") << "previous" << here << denied;
-        QTest::newRow("recovery, missing file") << "recover" << "missing" << missing;
+        const QString folder = "%1 is a folder, not a file.";
+        const QString binary = "%1 does not look like a text file. Open it anyway?";
+        const int exclamation = MsgStyle::Exclamation, question = MsgStyle::YesNo + MsgStyle::Question;
+        QTest::newRow("dialog, open already") << "dialog" << here << QString() << 0;
+        QTest::newRow("dialog, missing file") << "dialog" << "missing" << missing << exclamation;
+        QTest::newRow("dialog, a folder") << "dialog" << "folder" << folder << exclamation;
+        QTest::newRow("dialog, binary answered No") << "dialog" << "binary" << binary << question;
+        QTest::newRow("command line, held by another copy") << "command line" << elsewhere << denied << exclamation;
+        QTest::newRow("command line, missing file") << "command line" << "missing" << missing << exclamation;
+        QTest::newRow("command line, open already") << "command line" << here << QString() << 0;
+        QTest::newRow("command line, a folder") << "command line" << "folder" << folder << exclamation;
+        QTest::newRow("hand-over, open already") << "hand-over" << here << QString() << 0;
+        QTest::newRow("hand-over, through a link") << "hand-over" << "link" << QString() << 0;
+        QTest::newRow("hand-over, held by another copy") << "hand-over" << elsewhere << Denied << exclamation;
+        QTest::newRow("hand-over, a folder") << "hand-over" << "folder" << folder << exclamation;
+        QTest::newRow("previous, open already") << "previous" << here << QString() << 0;
+        QTest::newRow("previous, binary answered No") << "previous" << "binary" << binary << question;
+        QTest::newRow("recovery, missing file") << "recover" << "missing" << missing << exclamation;
     }
-    void failedOpenLeavesTheSlotFree()
+    void openThatMakesNoNewWindow()
     {
         QFETCH(QString, way);
         QFETCH(QString, fault);
         QFETCH(QString, message);
-        QString file = write("page.html", "<P>held</P>");
+        QFETCH(int, style);
+        QString file = write("page.html", fault == "binary" ? QByteArray("GIF89a\0\0\x01\0", 10) : QByteArray("<P>held</P>"));
         std::optional<Holder> holder;
         QStringList before;
-        if (fault == "held here") {
-            QVERIFY(OpenFromHandOver(ws(), file));
+        frmDoc *first = nullptr;
+        if (fault == "open here" || fault == "link") {
+            QVERIFY(first = OpenFromHandOver(ws(), file));
+            program->newDocument(); // in front of it
+            ws().status.ClearStatusText();
             before = program->captions();
+            if (fault == "link") {
+                QVERIFY(QFile::link(file, path("link.html")));
+                file = path("link.html");
+            }
         } else if (fault == "held elsewhere") {
             QCOMPARE(holder.emplace(file, false).answer(), QByteArray("locked"));
+        } else if (fault == "binary") {
+            AddPreviousFile(ws(), file);
+            platform().answers.enqueue(MsgAnswer::No);
         } else {
             file = fault == "missing" ? path("gone.html") : temp->path();
         }
         platform().messages.clear();
-        const int slot = before.size() + 1;
+        const int slot = program->captions().size() + 1;
 
         platform().chooseFile(file); // for the dialog
         frmDoc *doc = way == "dialog"         ? OpenFromDialog(ws())
@@ -127,13 +152,101 @@ private Q_SLOTS:
                     : way == "hand-over"    ? OpenFromHandOver(ws(), file)
                     : way == "previous"     ? OpenPrevious(ws(), 1)
                                             : RecoverFile(ws(), file, QStringLiteral("Untitled: (Recovered File: 1)"));
-        QVERIFY(!doc);
-        verifyMessage(message.contains("%1") ? message.arg(file) : message, MsgStyle::Exclamation);
+        QCOMPARE(doc, first);
+        if (message.isEmpty())
+            QVERIFY(platform().messages.isEmpty());
+        else
+            verifyMessage(message.contains("%1") ? message.arg(file) : message, style);
         QCOMPARE(program->captions(), before);
+        if (first)
+            QCOMPARE(program->current(), first);
         verifyNothingLeftOf(slot);
-        QCOMPARE(ws().previousFiles(), before);
+        QCOMPARE(ws().previousFiles(), first || fault == "binary" ? QStringList{path("page.html")} : before);
         // The slot is taken again by the next document.
         QCOMPARE(program->newDocument()->slot(), slot);
+    }
+
+    // What a user sees of a file's encoding, picks another one, and what a save then writes.
+    void encodingShownAndChosen_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QList<int>>("answers");
+        QTest::addColumn<QString>("commands"); // items triggered after the open, by ","
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("panel");
+        QTest::addColumn<QByteArray>("saved"); // after "€" is added at the end and saved; null: no save
+        QTest::addColumn<QString>("message");
+        const QByteArray meta = "<META HTTP-EQUIV=\"Content-Type\" CONTENT=\"text/html; charset=ISO-8859-1\">";
+        const QList<int> none, yes{MsgAnswer::Yes};
+        const auto utf16le = [](const QByteArray &ascii) {
+            QByteArray bytes;
+            for (const char c : ascii)
+                bytes += QByteArray(1, c) + '\0';
+            return bytes;
+        };
+        // Tags in upper case, as Convert HTML to Uppercase leaves them, but where the file isn't text.
+        const QByteArray utf16 = utf16le("<p>x</p>");
+        QTest::newRow("Latin-1 with its charset") << meta + "caf\xE9" << none << QString()
+                                                   << meta + QStringLiteral("caf\u00E9") << "ISO-8859-1" << QByteArray() << QString();
+        QTest::newRow("nearly UTF-8 says so") << QByteArray("caf\xC3\xA9 na\xEFve") << none << QString()
+                                              << QStringLiteral("caf\u00C3\u00A9 na\u00EFve")
+                                              << "not valid UTF-8, opened as Windows-1252" << QByteArray() << QString();
+        QTest::newRow("UTF-16 with its mark") << "\xFF\xFE" + utf16 << none << QString() << "<P>x</P>" << "UTF-16 LE"
+                                              << "\xFF\xFE" + utf16le("<P>x</P>") + "\xAC\x20" << QString();
+        QTest::newRow("ISO-8859-15 picked for a euro that showed wrong")
+            << QByteArray("<P>\xA4</P>") << none << "mnuFileEncoding(4)" << QStringLiteral("<P>\u20AC</P>") << "ISO-8859-15"
+            << QByteArray("<P>\xA4</P>\xA4") << QString();
+        QTest::newRow("binary answered Yes: nothing rewritten") << utf16 << yes << QString() << QString::fromLatin1(utf16)
+                                                                << "UTF-8" << QByteArray() << QString();
+        QTest::newRow("UTF-16 without a mark, picked") << utf16 << yes << "mnuFileEncoding(5)" << "<p>x</p>" << "UTF-16 LE"
+                                                       << utf16 + "\xAC\x20" << QString();
+        QTest::newRow("a change is asked about first, No") << QByteArray("<P>\xA4</P>") << QList<int>{MsgAnswer::No}
+                                                           << "edit,mnuFileEncoding(4)" << QStringLiteral("<P>\u00A4</P>!")
+                                                           << "Windows-1252" << QByteArray() << QString();
+        QTest::newRow("not valid in the encoding picked") << QByteArray("<P>\xE9</P>") << none << "mnuFileEncoding(1)"
+                                                          << QStringLiteral("<P>\u00E9</P>") << "Windows-1252" << QByteArray()
+                                                          << "%1 is not valid UTF-8; it stays as it was.";
+        QTest::newRow("a character the encoding can't hold, No") // nothing is written
+            << QByteArray("<P>\xE9</P>") << QList<int>{MsgAnswer::No} << "mnuFileEncoding(3)" << QStringLiteral("<P>\u00E9</P>")
+            << "ISO-8859-1" << QByteArray("<P>\xE9</P>")
+            << "The text holds a character that ISO-8859-1 can't store (U+20AC on line 1). Save it as UTF-8 to keep "
+               "it.\r\n\r\nSave the file as UTF-8?";
+    }
+    void encodingShownAndChosen()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QList<int>, answers);
+        QFETCH(QString, commands);
+        QFETCH(QString, text);
+        QFETCH(QString, panel);
+        QFETCH(QByteArray, saved);
+        QFETCH(QString, message);
+        ws().options.setChecked(Option::UHTML, true);
+        const QString file = write("page.html", bytes);
+        for (const int answer : answers)
+            platform().answers.enqueue(answer);
+        frmDoc *doc = OpenFromHandOver(ws(), file);
+        QVERIFY(doc);
+        for (const QString &command : commands.split(',', Qt::SkipEmptyParts)) {
+            if (command == "edit") {
+                doc->Text->setSelStart(doc->Text->TextLength());
+                doc->Text->setSelText("!");
+            } else {
+                QVERIFY(program->trigger(doc, command));
+            }
+        }
+        QCOMPARE(doc->Text->Text(), text);
+        QCOMPARE(main().Panel4->text(), panel);
+        QCOMPARE(program->item(doc, "mnuFileEncoding(" + QString::number(int(doc->state().format().encoding) + 1) + ")")->isChecked(), true);
+        if (!saved.isNull()) {
+            doc->Text->setSelStart(doc->Text->TextLength());
+            doc->Text->setSelText(QStringLiteral("\u20AC"));
+            QVERIFY(program->trigger(doc, "mnuFileSave"));
+        }
+        QCOMPARE(fileBytes(file), saved.isNull() ? bytes : saved);
+        if (!message.isEmpty())
+            QCOMPARE(platform().messages.last().text, message.contains("%1") ? message.arg(file) : message);
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
     void missingPreviousFileIsDroppedAndTheNextOpensItsOwn()

@@ -4,6 +4,9 @@
 #include "core/status_presenter.h"
 #include "platform/message_box.h"
 
+#include <QDir>
+#include <QRegularExpression>
+
 using namespace pw;
 
 namespace {
@@ -94,12 +97,45 @@ private Q_SLOTS:
         verifyPages({numberedLines(1, 59), numberedLines(60, 65)});
     }
 
-    void noPrinterSaysSoAndPrintsNothing()
+    // Without a printer the same pages may go to a PDF file instead.
+    void withoutAPrinter_data()
     {
-        doc->Text->setText("text");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("chosen"); // in the save dialog; empty: cancelled
+        QTest::addColumn<QString>("written");
+        QTest::addColumn<QString>("failure"); // the last message; %1 the file
+        QTest::newRow("No prints nothing") << int(MsgAnswer::No) << QString() << QString() << QString();
+        QTest::newRow("the dialog cancelled") << int(MsgAnswer::Yes) << QString() << QString() << QString();
+        QTest::newRow("two pages of PDF") << int(MsgAnswer::Yes) << "out.pdf" << "out.pdf" << QString();
+        QTest::newRow("the name gets .pdf") << int(MsgAnswer::Yes) << "out" << "out.pdf" << QString();
+        QTest::newRow("a folder that isn't there") << int(MsgAnswer::Yes) << "gone/out.pdf" << QString()
+                                                   << "%1 could not be written: No such file or directory.";
+    }
+    void withoutAPrinter()
+    {
+        QFETCH(int, answer);
+        QFETCH(QString, chosen);
+        QFETCH(QString, written);
+        QFETCH(QString, failure);
+        doc->Text->setText(numberedLines(1, 60).join("\r\n"));
         platform().printerAvailable = false;
+        platform().answers.enqueue(answer);
+        if (!chosen.isEmpty())
+            platform().chooseFile(path(chosen));
         QVERIFY(program->trigger(doc, "mnuFilePrint"));
-        verifyMessage("No printer is set up on this computer.", MsgStyle::Exclamation);
+
+        QCOMPARE(platform().messages.first().text,
+                 "No printer is set up on this computer.\r\n\r\nWrite the pages to a PDF file instead?");
+        QCOMPARE(platform().messages.first().style, MsgStyle::YesNo + MsgStyle::Question);
+        if (!failure.isEmpty())
+            verifyMessage(failure.arg(path(chosen)), MsgStyle::Exclamation, 2);
+        QCOMPARE(QDir(temp->path()).entryList({"*.pdf"}, QDir::Files), written.isEmpty() ? QStringList() : QStringList{written});
+        if (!written.isEmpty()) {
+            // The pages counted as on paper: 59 lines, then the 60th on a page of its own.
+            const QByteArray pdf = fileBytes(path(written));
+            QVERIFY(pdf.startsWith("%PDF"));
+            QCOMPARE(QString::fromLatin1(pdf).count(QRegularExpression("/Type\\s*/Page[^s]")), 2);
+        }
         QCOMPARE(platform().documentsPrinted, 0);
         QCOMPARE(passLeftovers(main()), QString());
     }

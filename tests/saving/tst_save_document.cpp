@@ -201,7 +201,7 @@ private Q_SLOTS:
         const bool yes = answer == MsgAnswer::Yes;
         frmDoc *doc = titledInFolder("caf\xe9\r\n");
         QVERIFY(doc);
-        QCOMPARE(doc->state().format.encoding, TextEncoding::Windows1252);
+        QCOMPARE(doc->state().format().encoding, TextEncoding::Windows1252);
         typeAtEnd(doc, QString::fromUtf8("\xce\xa9"));
         platform().answers.enqueue(answer);
 
@@ -210,7 +210,7 @@ private Q_SLOTS:
         QVERIFY(platform().messages[0].text.contains("U+03A9"));
         QCOMPARE(MsgStyle::buttonsOf(platform().messages[0].style), MsgStyle::YesNo);
         QCOMPARE(fileBytes(doc->Caption()), QByteArray(yes ? "caf\xc3\xa9\r\n\xce\xa9" : "caf\xe9\r\n"));
-        QCOMPARE(doc->state().format.encoding, yes ? TextEncoding::Utf8 : TextEncoding::Windows1252);
+        QCOMPARE(doc->state().format().encoding, yes ? TextEncoding::Utf8 : TextEncoding::Windows1252);
         QCOMPARE(doc->state().Dirty(), !yes);
         QCOMPARE(passLeftovers(main()), QString());
     }
