@@ -9,6 +9,7 @@
 #include "platform/platform.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QMenu>
 #include <QMdiArea>
 #include <QToolBar>
@@ -79,7 +80,16 @@ void ActionStates::follow(frmDoc *document)
                           << connect(&document->state(), &DocumentState::formatChanged, this, &ActionStates::updateActions);
             // A reopen answered No leaves the encoding, but the item's own click moved its mark.
             if (QAction *encodings = m_items[FileEncoding]) {
-                for (QAction *item : encodings->menu()->actions())
+                QMenu *menu = encodings->menu();
+                if (!menu->findChild<QActionGroup *>()) {
+                    auto *group = new QActionGroup(menu); // one mark, shown as a radio button; none for UTF-32
+                    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+                    for (QAction *item : menu->actions()) {
+                        item->setCheckable(true);
+                        group->addAction(item);
+                    }
+                }
+                for (QAction *item : menu->actions())
                     m_connections << connect(item, &QAction::triggered, this, &ActionStates::updateActions);
             }
         }
@@ -125,10 +135,8 @@ void ActionStates::updateActions()
     if (QAction *encodings = m_items[FileEncoding]) {
         encodings->setEnabled(!untitled);
         const int current = int(document->state().format().encoding) + 1;
-        for (QAction *item : encodings->menu()->actions()) {
-            item->setCheckable(true);
+        for (QAction *item : encodings->menu()->actions())
             item->setChecked(item->objectName() == QStringLiteral("mnuFileEncoding(%1)").arg(current));
-        }
     }
 }
 

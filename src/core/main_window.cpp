@@ -76,6 +76,8 @@ frmMDIMain::frmMDIMain(Platform &platform, QWidget *parent) : QMainWindow(parent
     StatusBar1->addPermanentWidget(Panel3);
     Panel4 = new QLabel(StatusBar1);
     Panel4->setObjectName(QStringLiteral("Panel4"));
+    Panel4->setMinimumWidth(110);
+    Panel4->setContentsMargins(0, 0, 8, 0);
     StatusBar1->addPermanentWidget(Panel4);
 
     tmrAutoSave = new QTimer(this);

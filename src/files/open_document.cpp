@@ -274,6 +274,8 @@ void ReopenWithEncoding(Workspace &workspace, frmDoc &document, TextEncoding enc
     const int caret = text.SelStart();
     // The old text is gone once the load begins, so Escape doesn't stop this one.
     ProgressStrip strip(workspace.status, decoded.text.size() >= ProgressFrom);
+    text.setText(QString());
+    ApplyClassFont(text, false); // what is read is text until the colouring pass finds its tags
     text.loadText(decoded.text, [&strip](qint64 done, qint64 total) {
         strip.step(done, total);
         return true;
