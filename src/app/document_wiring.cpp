@@ -5,6 +5,7 @@
 #include "files/file_locks.h"
 #include "files/save_document.h"
 #include "markup/clipboard_undo.h"
+#include "markup/function_keys.h"
 #include "markup/live_colouring.h"
 
 namespace pw {
@@ -31,6 +32,9 @@ void WireDocument(Workspace &workspace, frmDoc &document)
     QObject::connect(text, &EditingSurface::MouseUp, doc,
                      [doc](int button, int shift, int x, int y) { Text_MouseUp(*doc, button, shift, x, y); });
     QObject::connect(text, &EditingSurface::GotFocus, doc, [ws] { Text_GotFocus(*ws); });
+
+    // Function keys, before the surface sees them.
+    QObject::connect(doc, &frmDoc::KeyDown, doc, [ws, doc](int *keyCode, int shift) { Form_KeyDown(*ws, *doc, keyCode, shift); });
 
     // Closing: the question about changes, then the file let go (and stamped where it applies).
     QObject::connect(doc, &frmDoc::QueryUnload, doc,

@@ -5,6 +5,7 @@
 #include "core/workspace.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMenu>
@@ -21,6 +22,7 @@ frmDoc::frmDoc(Workspace &workspace, int slot, const QString &untitledName)
     Text->setClassFonts(&workspace.fonts);
     Text->setBackColor(workspace.backColor);
     setWidget(Text);
+    Text->installEventFilter(this);
     Text1 = new QLineEdit(this);
     Text1->setObjectName(QStringLiteral("Text1"));
     Text1->hide();
@@ -34,6 +36,27 @@ frmDoc::frmDoc(Workspace &workspace, int slot, const QString &untitledName)
 frmDoc::~frmDoc()
 {
     qDeleteAll(m_menus);
+}
+
+bool frmDoc::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != Text || (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride))
+        return QMdiSubWindow::eventFilter(watched, event);
+    auto *key = static_cast<QKeyEvent *>(event);
+    // Ctrl+F6 stays the key that goes to the next document.
+    if (key->key() < Qt::Key_F1 || key->key() > Qt::Key_F12
+        || (key->key() == Qt::Key_F6 && key->modifiers().testFlag(Qt::ControlModifier)))
+        return QMdiSubWindow::eventFilter(watched, event);
+    // The document takes the function keys before any shortcut or the surface.
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    const Qt::KeyboardModifiers m = key->modifiers();
+    const int shift = (m & Qt::ShiftModifier ? 1 : 0) | (m & Qt::ControlModifier ? 2 : 0) | (m & Qt::AltModifier ? 4 : 0);
+    int keyCode = 0x70 + (key->key() - Qt::Key_F1);
+    Q_EMIT KeyDown(&keyCode, shift);
+    return keyCode == 0;
 }
 
 void frmDoc::showTitle()

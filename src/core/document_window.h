@@ -57,8 +57,12 @@ Q_SIGNALS:
     // After the slot is free: release the file, the closing stamp pass.
     void Unloaded();
     void Activated();
+    // F1 to F12 in the document, before its surface sees them (keyCode 0x70 to 0x7B; shift bits 1
+    // shift, 2 control, 4 alt). A handler that sets *keyCode to 0 swallows the key.
+    void KeyDown(int *keyCode, int shift);
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 

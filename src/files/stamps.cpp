@@ -139,6 +139,14 @@ void StampDocument(Workspace &workspace, frmDoc &document)
     document.state().setDirty(!saved.ok());
 }
 
+void PasteStamp(Workspace &workspace, frmDoc &document, StampKind kind)
+{
+    if (!SelectionMayBeReplaced(workspace, document))
+        return;
+    document.Text->setSelText(StampValue(kind, workspace.platform.now()));
+    document.Text->setFocus();
+}
+
 void StampOnClose(Workspace &workspace, frmDoc &document)
 {
     const DocumentState &state = document.state();

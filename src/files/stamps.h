@@ -21,6 +21,9 @@ QString StampValue(StampKind kind, const QDateTime &when);
 
 // mnuAccretionLDate and its three twins: an empty marker pair at the caret, in the comment class.
 void PlaceStamp(Workspace &workspace, frmDoc &document, StampKind kind);
+// mnuEditPasteDate, mnuEditPasteTime: the long date or time at the caret, over a selection only
+// after the question; in the font at the caret.
+void PasteStamp(Workspace &workspace, frmDoc &document, StampKind kind);
 // The closing pass over a document; rewrites its file when a stamp changed.
 void StampDocument(Workspace &workspace, frmDoc &document);
 // StampDocument when the closing document was saved and is clean and titled.

@@ -1,6 +1,14 @@
 #include "test_support.h"
 
+#include "core/app_state.h"
+#include "files/stamps.h"
+#include "markup/costumize_dialog.h"
+#include "platform/message_box.h"
+
+#include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
 
 using namespace pw;
 
@@ -48,6 +56,111 @@ private Q_SLOTS:
         if (caret == text.size())
             QCOMPARE(doc->Text->caretFont(), ws().fonts.text);
         QVERIFY(doc->state().Dirty());
+    }
+
+    // Commands and function keys around a selection "x" (or at the caret): text, caret, classes.
+    void aroundTheSelection_data()
+    {
+        QTest::addColumn<QString>("selected");
+        QTest::addColumn<QString>("action");  // "F2": the key pressed; else a menu item
+        QTest::addColumn<QString>("key");     // F2's record: front|follow|FCRLF|PCRLF|preserve|cursor
+        QTest::addColumn<int>("answer");      // to the question, 0: none asked
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("caret");
+        QTest::addColumn<QString>("classes"); // empty: not checked
+        const QString center = "<CENTER>|</CENTER>|0|0|1|1";
+        const QString stampTime = StampValue(StampKind::LongTime, QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9)));
+        QTest::newRow("F2 wraps a coloured x, caret behind it") << "x" << "F2" << center << 0 << "<CENTER>x</CENTER>" << 9
+                                                               << "hhhhhhhhthhhhhhhhh";
+        QTest::newRow("F2 with both line ends: caret before the second") << "x" << "F2" << "<CENTER>|</CENTER>|1|1|1|1" << 0
+                                                                          << "<CENTER>\r\nx\r\n</CENTER>" << 11 << "";
+        QTest::newRow("F2 replacing, No keeps all") << "x" << "F2" << "<CENTER>|</CENTER>|0|0|0|1" << int(MsgAnswer::No)
+                                                    << "x" << 0 << "t";
+        QTest::newRow("F2 replacing, Yes, caret in front") << "x" << "F2" << "<CENTER>|</CENTER>|0|0|0|0" << int(MsgAnswer::Yes)
+                                                           << "<CENTER></CENTER>" << 0 << "hhhhhhhhhhhhhhhhh";
+        QTest::newRow("F2 with the caret behind") << "x" << "F2" << "<CENTER>|</CENTER>|0|0|1|2" << 0 << "<CENTER>x</CENTER>" << 18 << "";
+        QTest::newRow("F1 not in use is swallowed") << "x" << "F1" << "" << 0 << "x" << 0 << "t";
+        QTest::newRow("font size 3") << "x" << "mnuFontSize(3)" << "" << 0 << "<FONT SIZE=\"3\">x</FONT>" << 16 << "";
+        QTest::newRow("font size plus one") << "" << "mnuFontPlusOne" << "" << 0 << "<FONT SIZE=\"+1\"></FONT>" << 16 << "";
+        QTest::newRow("comment: the caret where it is typed") << "" << "mnuHTMLComment" << "" << 0 << "<!--  -->" << 5 << "ccccccccc";
+        QTest::newRow("comment around a selection") << "x" << "mnuHTMLComment" << "" << 0 << "<!-- x -->" << 10 << "cccccccccc";
+        QTest::newRow("date over a selection, No") << "x" << "mnuEditPasteDate" << "" << int(MsgAnswer::No) << "x" << 0 << "t";
+        QTest::newRow("time at the caret") << "" << "mnuEditPasteTime" << "" << 0 << stampTime << int(stampTime.size()) << "";
+    }
+    void aroundTheSelection()
+    {
+        QFETCH(QString, selected);
+        QFETCH(QString, action);
+        QFETCH(QString, key);
+        QFETCH(int, answer);
+        QFETCH(QString, text);
+        QFETCH(int, caret);
+        QFETCH(QString, classes);
+        EditingSurface &surface = *doc->Text;
+        ApplyClassFont(surface, false);
+        surface.setSelText(selected);
+        surface.setSelStart(0);
+        surface.setSelLength(int(selected.size()));
+        if (!key.isEmpty()) {
+            const QStringList f = key.split('|');
+            FunctionKeyRecord &record = ws().functionKeys[1];
+            record = {true, FixedWidthText(f[0]), qint16(f[2].toInt()), FixedWidthText(f[1]), qint16(f[3].toInt()),
+                      f[4] == "1", qint16(f[5].toInt())};
+        }
+        if (answer)
+            platform().answers.enqueue(answer);
+        if (action.startsWith('F'))
+            QTest::keyClick(&surface, action == "F1" ? Qt::Key_F1 : Qt::Key_F2);
+        else
+            QVERIFY(program->trigger(doc, action));
+        QCOMPARE(surface.Text(), text);
+        QCOMPARE(surface.SelStart(), caret);
+        if (!classes.isEmpty())
+            QCOMPARE(fontClasses(surface), classes);
+        QCOMPARE(platform().messages.size(), answer ? 1 : 0);
+        if (text != selected) { // one step back to where it was
+            QVERIFY(program->trigger(doc, "mnuEditUndo"));
+            QCOMPARE(surface.Text(), selected);
+        }
+    }
+
+    // The function keys' dialog writes each change at once; erasing a front tag switches the key off.
+    void customizingAKey()
+    {
+        QVERIFY(program->trigger(doc, "mnuOptionComstumize"));
+        auto *dialog = main().findChild<frmCostumize *>();
+        QVERIFY(dialog && dialog->isVisible());
+        QTRY_VERIFY(dialog->isActiveWindow());
+        QCOMPARE(dialog->opKey[1]->text(), QString("F2"));
+        // On the mark: a button takes clicks only on its mark and label.
+        const auto click = [](QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2)); };
+        click(dialog->opKey[1]);
+        QCOMPARE(dialog->CurrentKey, 1);
+        QVERIFY(dialog->tbFrontTag->hasFocus());
+        QTest::keyClicks(dialog->tbFrontTag, QString(40, 'a'));
+        dialog->tbFollowingTag->setFocus();
+        QCOMPARE(ws().functionKeys[1].FrontTag, QString(30, 'a'));
+        QVERIFY(ws().functionKeys[1].Active);
+        QCOMPARE(dialog->opKey[1]->text(), QString("F2 - in use"));
+        QTest::keyClicks(dialog->tbFollowingTag, "</B>");
+        click(dialog->chkFrontCRLF);
+        click(dialog->opCursorPlace[2]);
+        QCOMPARE(ws().functionKeys[1].FollowTag, FixedWidthText("</B>"));
+        QCOMPARE(ws().functionKeys[1].FCRLF, True);
+        QCOMPARE(ws().functionKeys[1].CursorPosition, 2);
+
+        // Erased, then Escape: the box's own leaving switches the key off and resets the rest.
+        dialog->tbFrontTag->setFocus();
+        dialog->tbFrontTag->clear();
+        QTest::keyClick(dialog->tbFrontTag, Qt::Key_Escape);
+        QTRY_VERIFY(!main().findChild<frmCostumize *>());
+        const FunctionKeyRecord &off = ws().functionKeys[1];
+        QVERIFY(!off.Active);
+        QCOMPARE(TrimTrailing(off.FollowTag), QString());
+        QCOMPARE(off.FCRLF, False);
+        QVERIFY(off.PreserveText);
+        QCOMPARE(off.CursorPosition, 1);
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
     void singleLiteralReplacesSelectionWithoutQuestion()
