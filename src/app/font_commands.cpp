@@ -3,6 +3,7 @@
 #include "app/command_table.h"
 #include "core/main_window.h"
 #include "files/stamps.h"
+#include "markup/configure_dialog.h"
 #include "markup/costumize_dialog.h"
 #include "markup/font_commands.h"
 
@@ -26,6 +27,7 @@ void RegisterFontCommands(CommandTable &table, const CommandContext &context)
     const auto costumize = [&ws, main](frmDoc *) { ShowCostumize(ws, main); };
     table.setHandler(QStringLiteral("mnuOptionCostumize"), costumize);
     table.setHandler(QStringLiteral("mnuOptionComstumize"), costumize);
+    table.setHandler(QStringLiteral("mnuOptionFontColor"), [&ws, main](frmDoc *) { ShowConfigure(ws, main); });
 }
 
 } // namespace pw

@@ -1,7 +1,11 @@
 #include "test_support.h"
 
 #include "markup/case_conversion.h"
+#include "core/settings_store.h"
+#include "markup/configure_dialog.h"
 #include "markup/highlighter.h"
+
+#include <QPushButton>
 
 using namespace pw;
 
@@ -209,6 +213,55 @@ private Q_SLOTS:
         QCOMPARE(sample.caretFont(), fonts.text);
         QVERIFY(!dirty());
         QCOMPARE(fontClasses(text()), QString("tttt"));
+    }
+
+    // Configure Editor: choices go into the classes at once; OK carries what changed to the
+    // documents, keeping caret and Dirty; Cancel reads the classes back from the settings.
+    void configureEditor_data()
+    {
+        QTest::addColumn<QStringList>("buttons"); // clicked in order; the colour dialog answers 255
+        QTest::addColumn<QString>("close");       // Command1 (OK) or Command7 (Cancel)
+        QTest::addColumn<QString>("classes");     // of the document afterwards
+        QTest::addColumn<bool>("redText");        // the workspace's text class red afterwards
+        QTest::addColumn<bool>("redBackground");
+        QTest::newRow("OK without a change touches nothing") << QStringList() << "Command1" << "tttttt" << false << false;
+        QTest::newRow("the background alone runs no pass") << QStringList{"Command3"} << "Command1" << "tttttt" << false << true;
+        QTest::newRow("a text colour recolours every document") << QStringList{"Command6"} << "Command1" << "hhhttt" << true << false;
+        QTest::newRow("Cancel reads the classes back") << QStringList{"Command6", "Command3"} << "Command7" << "" << false << true;
+    }
+    void configureEditor()
+    {
+        QFETCH(QStringList, buttons);
+        QFETCH(QString, close);
+        QFETCH(QString, classes);
+        QFETCH(bool, redText);
+        QFETCH(bool, redBackground);
+        load("<P>abc", 4);
+        const ClassFonts before = ws().fonts;
+        QVERIFY(program->trigger(doc, "mnuOptionFontColor"));
+        auto *dialog = main().findChild<frmConfigure *>();
+        QVERIFY(dialog && dialog->isVisible());
+        QCOMPARE(fontClasses(*dialog->Text).left(8), QString("hhhhhh//"));
+        for (const QString &name : buttons) {
+            platform().dialogs.enqueue([](CommonDialog::Kind, CommonDialog &d) {
+                d.Color = 255;
+                return ErrorCode::None;
+            });
+            QTest::mouseClick(dialog->findChild<QPushButton *>(name), Qt::LeftButton);
+        }
+        QTest::mouseClick(dialog->findChild<QPushButton *>(close), Qt::LeftButton);
+        QTRY_VERIFY(!main().findChild<frmConfigure *>());
+        QCOMPARE(ws().fonts.text.Color == 255, redText);
+        QCOMPARE(doc->Text->BackColor() == 255, redBackground && close == "Command1");
+        if (!classes.isEmpty())
+            QCOMPARE(fontClasses(text()), classes);
+        else // the document keeps its look; the classes are the stored ones again
+            QVERIFY(ws().fonts == LoadFontSettings() && text().fontAt(4) == before.text);
+        if (redText)
+            QCOMPARE(text().fontAt(4).Color, 255);
+        QCOMPARE(text().SelStart(), 4);
+        QVERIFY(!dirty());
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
     // Switching on asks whether to colour the open documents; switching off uncolours them.

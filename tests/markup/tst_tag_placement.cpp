@@ -63,7 +63,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("selected");
         QTest::addColumn<QString>("action");  // "F2": the key pressed; else a menu item
-        QTest::addColumn<QString>("key");     // F2's record: front|follow|FCRLF|PCRLF|preserve|cursor
+        QTest::addColumn<QString>("key");     // F2's record: front|follow|FCRLF|PCRLF|preserve|cursor;
+                                              // the colour or font the dialog answers ("cancel")
         QTest::addColumn<int>("answer");      // to the question, 0: none asked
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("caret");
@@ -82,6 +83,12 @@ private Q_SLOTS:
         QTest::newRow("F1 not in use is swallowed") << "x" << "F1" << "" << 0 << "x" << 0 << "t";
         QTest::newRow("font size 3") << "x" << "mnuFontSize(3)" << "" << 0 << "<FONT SIZE=\"3\">x</FONT>" << 16 << "";
         QTest::newRow("font size plus one") << "" << "mnuFontPlusOne" << "" << 0 << "<FONT SIZE=\"+1\"></FONT>" << 16 << "";
+        QTest::newRow("font colour black") << "x" << "mnuFontColor" << "0" << 0 << "<FONT COLOR=\"#000000\">x</FONT>" << 23 << "";
+        QTest::newRow("font colour red") << "x" << "mnuFontColor" << "255" << 0 << "<FONT COLOR=\"#FF0000\">x</FONT>" << 23 << "";
+        QTest::newRow("font colour blue") << "x" << "mnuFontColor" << "16711680" << 0 << "<FONT COLOR=\"#0000FF\">x</FONT>" << 23 << "";
+        QTest::newRow("font colour, pairs in order") << "x" << "mnuFontColor" << "1193046" << 0 << "<FONT COLOR=\"#563412\">x</FONT>" << 23 << "";
+        QTest::newRow("font colour cancelled") << "x" << "mnuFontColor" << "cancel" << 0 << "x" << 0 << "t";
+        QTest::newRow("font face: the name alone") << "x" << "mnuFontFace" << "Courier New" << 0 << "<FONT FACE=\"Courier New\">x</FONT>" << 26 << "";
         QTest::newRow("comment: the caret where it is typed") << "" << "mnuHTMLComment" << "" << 0 << "<!--  -->" << 5 << "ccccccccc";
         QTest::newRow("comment around a selection") << "x" << "mnuHTMLComment" << "" << 0 << "<!-- x -->" << 10 << "cccccccccc";
         QTest::newRow("date over a selection, No") << "x" << "mnuEditPasteDate" << "" << int(MsgAnswer::No) << "x" << 0 << "t";
@@ -101,7 +108,17 @@ private Q_SLOTS:
         surface.setSelText(selected);
         surface.setSelStart(0);
         surface.setSelLength(int(selected.size()));
-        if (!key.isEmpty()) {
+        if (action == "mnuFontColor" || action == "mnuFontFace") {
+            if (key == "cancel")
+                platform().cancelDialog();
+            else
+                platform().dialogs.enqueue([key](CommonDialog::Kind, CommonDialog &d) {
+                    d.Color = key.toInt();
+                    d.FontName = key;
+                    d.FontSize = 31;
+                    return ErrorCode::None;
+                });
+        } else if (!key.isEmpty()) {
             const QStringList f = key.split('|');
             FunctionKeyRecord &record = ws().functionKeys[1];
             record = {true, FixedWidthText(f[0]), qint16(f[2].toInt()), FixedWidthText(f[1]), qint16(f[3].toInt()),
