@@ -51,8 +51,10 @@ frmCostumize::frmCostumize(Workspace &workspace, QWidget *parent) : QDialog(pare
     tbFrontTag = named(new QLineEdit(this), QStringLiteral("tbFrontTag"));
     Label2 = named(new QLabel(QStringLiteral("Following Tag:"), this), QStringLiteral("Label2"));
     tbFollowingTag = named(new QLineEdit(this), QStringLiteral("tbFollowingTag"));
-    for (QLineEdit *box : {tbFrontTag, tbFollowingTag})
+    for (QLineEdit *box : {tbFrontTag, tbFollowingTag}) {
         box->setMaxLength(FunctionKeyRecord::TagWidth);
+        box->setMinimumWidth(box->fontMetrics().averageCharWidth() * (FunctionKeyRecord::TagWidth + 2));
+    }
     Label1->setBuddy(tbFrontTag);
     Label2->setBuddy(tbFollowingTag);
     chkFrontCRLF = named(new QCheckBox(QStringLiteral("Followed with CRLF"), this), QStringLiteral("chkFrontCRLF"));
@@ -90,6 +92,11 @@ frmCostumize::frmCostumize(Workspace &workspace, QWidget *parent) : QDialog(pare
     layout->addLayout(fields, 0, 1);
     layout->addWidget(Command1, 1, 1, Qt::AlignRight | Qt::AlignBottom);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    // Tab goes down the fields as they stand.
+    QWidget *order[] = {opKey[0], tbFrontTag, chkFrontCRLF, tbFollowingTag, chkFollowCRLF, opReplace[0], opCursorPlace[0], Command1};
+    for (size_t i = 0; i + 1 < std::size(order); ++i)
+        setTabOrder(order[i], order[i + 1]);
 
     for (QWidget *control : std::initializer_list<QWidget *>{tbFrontTag, tbFollowingTag, chkFrontCRLF, chkFollowCRLF,
                                                               opReplace[0], opReplace[1], opCursorPlace[0],
