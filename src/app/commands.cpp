@@ -120,6 +120,7 @@ void RegisterCommands(CommandTable &table, const CommandContext &context)
     RegisterSaveCommands(table, context);
     RegisterPrintAndStampCommands(table, context);
     RegisterHelpCommands(table, context);
+    RegisterWizardCommands(table, context);
 }
 
 } // namespace pw

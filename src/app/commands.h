@@ -24,5 +24,6 @@ void RegisterOpenCommands(CommandTable &table, const CommandContext &context);
 void RegisterSaveCommands(CommandTable &table, const CommandContext &context);
 void RegisterPrintAndStampCommands(CommandTable &table, const CommandContext &context);
 void RegisterHelpCommands(CommandTable &table, const CommandContext &context);
+void RegisterWizardCommands(CommandTable &table, const CommandContext &context);
 
 } // namespace pw
