@@ -5,6 +5,7 @@
 #include "wizards/anchor_wizard.h"
 #include "wizards/base_font_wizard.h"
 #include "wizards/rule_wizard.h"
+#include "wizards/table_wizard.h"
 
 namespace pw {
 
@@ -19,6 +20,7 @@ void RegisterWizardCommands(CommandTable &table, const CommandContext &context)
     both(QStringLiteral("mnuHTMLName"), Button::AnchorName, [&ws, main](frmDoc &doc) { ShowAnchorWizard(ws, doc, main); });
     table.setDocumentHandler(QStringLiteral("mnuHRDefine"), [&ws, main](frmDoc &doc) { ShowRuleWizard(ws, doc, main); });
     table.setDocumentHandler(QStringLiteral("mnuFontBaseFont"), [&ws, main](frmDoc &) { ShowBaseFontWizard(ws, main); });
+    both(QStringLiteral("mnuTableDesign"), Button::Table, [&ws, main](frmDoc &) { ShowTableWizard(ws, main); });
 }
 
 } // namespace pw
