@@ -494,10 +494,11 @@ void frmTable::Command1_Click()
         return;
     {
         LongGeneration generation(m_workspace, *this, *document, QStringLiteral("Generating table..."));
-        EditingSurface &surface = *document->Text;
+        PieceBatch pieces(*document->Text);
         GenerateTable(model, {tbCaption->text(), ckDataPlace->isChecked()},
-                      [&surface](const MarkupPiece &piece) { WritePiece(surface, piece); },
+                      [&pieces](const MarkupPiece &piece) { pieces.add(piece); },
                       [&generation](int done, int total) { generation.step(done, total); });
+        pieces.write();
     }
     unload();
 }

@@ -71,6 +71,24 @@ void WritePiece(EditingSurface &surface, const MarkupPiece &piece)
     surface.setSelText(piece.text);
 }
 
+PieceBatch::PieceBatch(EditingSurface &surface)
+    : m_surface(surface), m_tag(surface.currentCharFormat()), m_text(surface.currentCharFormat())
+{
+    // What ApplyClassFont would make of the caret's format for each class.
+    m_tag.merge(surface.classFonts().html.toFormat());
+    m_text.merge(surface.classFonts().text.toFormat());
+}
+
+void PieceBatch::add(const MarkupPiece &piece)
+{
+    m_fragment.append(QString(piece.text).replace(LineEnd, QStringLiteral("\n")), piece.isTag ? m_tag : m_text);
+}
+
+void PieceBatch::write()
+{
+    m_surface.setSelRTF(m_fragment.serialize());
+}
+
 LongGeneration::LongGeneration(Workspace &workspace, QDialog &dialog, frmDoc &document, const QString &statusText)
     : m_pass(workspace, statusText), m_oneStep(*document.Text)
 {
