@@ -186,6 +186,30 @@ private Q_SLOTS:
         QCOMPARE(doc->Text->Text(), QStringLiteral("a<BASEFONT SIZE=\"1\">b"));
     }
 
+    // A browse button: the open dialog without its read-only box, starting from and keeping its
+    // History name; a cancel (32755) changes nothing.
+    void browseRemembersItsChoice()
+    {
+        ws().history.Reference = QStringLiteral("/w/old.gif");
+        int flags = -1;
+        QString startedFrom;
+        platform().dialogs.enqueue([&](CommonDialog::Kind, CommonDialog &d) {
+            flags = d.Flags;
+            startedFrom = d.FileName;
+            d.FileName = QStringLiteral("/w/img/new.gif");
+            return ErrorCode::None;
+        });
+        QCOMPARE(BrowseForFile(ws(), ws().history.Reference, QStringLiteral("Image"), QStringLiteral("All (*.*)|*.*")),
+                 QStringLiteral("/w/img/new.gif"));
+        QCOMPARE(flags, 4);
+        QCOMPARE(startedFrom, QStringLiteral("/w/old.gif"));
+        QCOMPARE(ws().history.Reference, QStringLiteral("/w/img/new.gif"));
+        platform().cancelDialog();
+        QCOMPARE(BrowseForFile(ws(), ws().history.Reference, QString(), QString()), QString());
+        QCOMPARE(ws().history.Reference, QStringLiteral("/w/img/new.gif"));
+        QCOMPARE(platform().dialogsShown, (QList<CommonDialog::Kind>{CommonDialog::Kind::Open, CommonDialog::Kind::Open}));
+    }
+
     void escapeCancels()
     {
         QVERIFY(program->trigger(doc, "mnuHRDefine"));
