@@ -121,6 +121,7 @@ void RegisterCommands(CommandTable &table, const CommandContext &context)
     RegisterPrintAndStampCommands(table, context);
     RegisterHelpCommands(table, context);
     RegisterFontCommands(table, context);
+    RegisterWizardCommands(table, context);
 }
 
 } // namespace pw

@@ -25,5 +25,6 @@ void RegisterSaveCommands(CommandTable &table, const CommandContext &context);
 void RegisterPrintAndStampCommands(CommandTable &table, const CommandContext &context);
 void RegisterHelpCommands(CommandTable &table, const CommandContext &context);
 void RegisterFontCommands(CommandTable &table, const CommandContext &context);
+void RegisterWizardCommands(CommandTable &table, const CommandContext &context);
 
 } // namespace pw

@@ -1,0 +1,26 @@
+#include "app/commands.h"
+
+#include "app/command_table.h"
+#include "core/main_window.h"
+#include "wizards/anchor_wizard.h"
+#include "wizards/base_font_wizard.h"
+#include "wizards/rule_wizard.h"
+#include "wizards/table_wizard.h"
+
+namespace pw {
+
+void RegisterWizardCommands(CommandTable &table, const CommandContext &context)
+{
+    Workspace &ws = context.workspace;
+    frmMDIMain *main = &context.main;
+    const auto both = [&table](const QString &item, Button button, std::function<void(frmDoc &)> handler) {
+        table.setDocumentHandler(item, handler);
+        table.setDocumentHandler(buttonKey(button), std::move(handler));
+    };
+    both(QStringLiteral("mnuHTMLName"), Button::AnchorName, [&ws, main](frmDoc &doc) { ShowAnchorWizard(ws, doc, main); });
+    table.setDocumentHandler(QStringLiteral("mnuHRDefine"), [&ws, main](frmDoc &doc) { ShowRuleWizard(ws, doc, main); });
+    table.setDocumentHandler(QStringLiteral("mnuFontBaseFont"), [&ws, main](frmDoc &) { ShowBaseFontWizard(ws, main); });
+    both(QStringLiteral("mnuTableDesign"), Button::Table, [&ws, main](frmDoc &) { ShowTableWizard(ws, main); });
+}
+
+} // namespace pw
