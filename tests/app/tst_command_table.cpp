@@ -39,11 +39,11 @@ private Q_SLOTS:
         for (const QString &name : handled)
             QVERIFY2(commands.contains(name), qPrintable(name + " has a handler but no row"));
         QStringList unhandled = (commands - QSet<QString>(handled.begin(), handled.end())).values();
-        // Wizards, find and replace, fonts, the browser test, resources, site map, forms and the rest.
+        // Wizards, fonts, the browser test, resources, site map, forms and the rest.
         const QStringList later = QStringLiteral(
-            "imgAnchorName imgBody imgChar imgFind imgForm imgFrame imgHyperLink imgImage imgList imgReplace "
-            "imgResources imgTable imgTest mnuCharMap mnuDesignFrame mnuEditFind mnuEditPasteDate "
-            "mnuEditPasteTime mnuEditReplace mnuFileResources mnuFontBaseFont mnuFontColor mnuFontFace "
+            "imgAnchorName imgBody imgChar imgForm imgFrame imgHyperLink imgImage imgList "
+            "imgResources imgTable imgTest mnuCharMap mnuDesignFrame mnuEditPasteDate "
+            "mnuEditPasteTime mnuFileResources mnuFontBaseFont mnuFontColor mnuFontFace "
             "mnuFontMinus mnuFontPlusOne mnuFontRainbow mnuFontSize(1) mnuFontSize(2) mnuFontSize(3) "
             "mnuFontSize(4) mnuFontSize(5) mnuFontSize(6) mnuFontSize(7) mnuFormCheckbox mnuFormDefine "
             "mnuFormForm mnuFormHidden mnuFormOption mnuFormPassword mnuFormRadio mnuFormReset mnuFormSelect "
