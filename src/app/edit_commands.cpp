@@ -3,6 +3,8 @@
 #include "app/command_table.h"
 #include "core/main_window.h"
 #include "core/workspace.h"
+#include "find/frm_find.h"
+#include "find/frm_replace.h"
 #include "markup/clipboard_undo.h"
 #include "spell/checking_walk.h"
 
@@ -21,6 +23,8 @@ void RegisterEditCommands(CommandTable &table, const CommandContext &context)
     both(QStringLiteral("mnuEditCopy"), Button::EditCopy, [&ws](frmDoc &doc) { CopySelection(ws, doc); });
     both(QStringLiteral("mnuEditPaste"), Button::EditPaste, [&ws](frmDoc &doc) { PasteClipboard(ws, doc); });
     table.setDocumentHandler(QStringLiteral("mnuEditSelectAll"), [](frmDoc &doc) { SelectAllText(doc); });
+    both(QStringLiteral("mnuEditFind"), Button::Find, [&ws, &main](frmDoc &) { ShowFind(ws, &main); });
+    both(QStringLiteral("mnuEditReplace"), Button::Replace, [&ws, &main](frmDoc &) { ShowReplace(ws, &main); });
     table.setDocumentHandler(buttonKey(Button::Spell), [&ws, &main](frmDoc &doc) { ShowSpellChecker(ws, doc, &main); });
 }
 

@@ -1,7 +1,10 @@
 #include "test_support.h"
 
 #include "app/command_table.h"
+#include "platform/qt_platform.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QSet>
 #include <QToolBar>
@@ -39,13 +42,13 @@ private Q_SLOTS:
         for (const QString &name : handled)
             QVERIFY2(commands.contains(name), qPrintable(name + " has a handler but no row"));
         QStringList unhandled = (commands - QSet<QString>(handled.begin(), handled.end())).values();
-        // Wizards, find and replace, fonts, the browser test, resources, site map, forms and the rest.
+        // Wizards, fonts, the browser test, resources, site map, forms and the rest.
         const QStringList later = QStringLiteral(
-            "imgBody imgChar imgFind imgForm imgFrame imgHyperLink imgImage imgList imgReplace imgResources "
-            "imgTest mnuCharMap mnuDesignFrame mnuEditFind mnuEditReplace mnuFileResources mnuFontRainbow "
-            "mnuFormCheckbox mnuFormDefine mnuFormForm mnuFormHidden mnuFormOption mnuFormPassword mnuFormRadio "
-            "mnuFormReset mnuFormSelect mnuFormSubmit mnuFormText mnuFormTextarea mnuHTMLBodyBackground "
-            "mnuHTMLHREF mnuHTMLImage mnuListDesign mnuOptionSelectBrowser mnuOptionSiteMap").split(QLatin1Char(' '));
+            "imgBody imgChar imgForm imgFrame imgHyperLink imgImage imgList imgResources imgTest mnuCharMap "
+            "mnuDesignFrame mnuFileResources mnuFontRainbow mnuFormCheckbox mnuFormDefine mnuFormForm "
+            "mnuFormHidden mnuFormOption mnuFormPassword mnuFormRadio mnuFormReset mnuFormSelect mnuFormSubmit "
+            "mnuFormText mnuFormTextarea mnuHTMLBodyBackground mnuHTMLHREF mnuHTMLImage mnuListDesign "
+            "mnuOptionSelectBrowser mnuOptionSiteMap").split(QLatin1Char(' '));
         unhandled.sort();
         QCOMPARE(unhandled, later);
     }
@@ -83,23 +86,70 @@ private Q_SLOTS:
         }
     }
 
-    void copyAndPasteKeepColoursBetweenDocuments()
+    void pasteKeepsColoursOnlyForItsOwnCopy_data()
     {
+        QTest::addColumn<QString>("copied");   // typed in the first document, tags in their font
+        QTest::addColumn<QString>("command");  // mnuEditCopy or mnuEditCut, after Select All
+        QTest::addColumn<QString>("foreign");  // put on the clipboard by another program; "" for none
+        QTest::addColumn<QString>("clipboard");
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("classes");
+        QTest::newRow("colours kept across documents") << "<B>x\r\n" << "mnuEditCopy" << "" << "<B>x\n"
+                                                       << "<B>x\r\n" << "hhht//";
+        QTest::newRow("cut gives back its colours") << "<I>" << "mnuEditCut" << "" << "<I>" << "<I>" << "hhh";
+        QTest::newRow("foreign tags take the text font") << "<B>" << "mnuEditCopy" << "<P>" << "<P>" << "<P>"
+                                                         << "ttt";
+        QTest::newRow("foreign LF and lone CR become CR LF") << "<B>" << "mnuEditCopy" << "a\nb\rc" << "a\nb\rc"
+                                                             << "a\r\nb\r\nc" << "t//t//t";
+    }
+    void pasteKeepsColoursOnlyForItsOwnCopy()
+    {
+        QFETCH(QString, copied);
+        QFETCH(QString, command);
+        QFETCH(QString, foreign);
+        QFETCH(QString, clipboard);
+        QFETCH(QString, pasted);
+        QFETCH(QString, classes);
         frmDoc *from = program->newDocument();
+        const qsizetype close = copied.indexOf(QLatin1Char('>')) + 1;
         ApplyClassFont(*from->Text, true);
-        from->Text->setSelText("<B>");
+        from->Text->setSelText(copied.left(close));
+        ApplyClassFont(*from->Text, false);
+        from->Text->setSelText(copied.mid(close));
         QVERIFY(program->trigger(from, "mnuEditSelectAll"));
-        QVERIFY(program->trigger(from, "mnuEditCopy"));
-        QCOMPARE(platform().clipText, QString("<B>"));
+        QVERIFY(program->trigger(from, command));
+        // Copy and Cut are off again with nothing selected.
+        QCOMPARE(from->Text->SelLength() == 0, command == QLatin1String("mnuEditCut"));
+        QCOMPARE(program->button(buttonKey(Button::EditCut))->isEnabled(), command != QLatin1String("mnuEditCut"));
+        if (!foreign.isEmpty())
+            platform().copyFromElsewhere(foreign);
+        QCOMPARE(platform().clipText, clipboard);
         frmDoc *to = program->newDocument();
         QVERIFY(program->trigger(to, "mnuEditPaste"));
-        QCOMPARE(to->Text->Text(), QString("<B>"));
-        QCOMPARE(fontClasses(*to->Text), QString("hhh"));
-        // Text from elsewhere comes in plain, in the text font.
-        platform().copyFromElsewhere("a\nb");
-        QVERIFY(program->trigger(to, "mnuEditPaste"));
-        QCOMPARE(to->Text->Text(), QString("<B>a\r\nb"));
-        QCOMPARE(fontClasses(*to->Text), QString("hhht//t"));
+        QCOMPARE(to->Text->Text(), pasted);
+        QCOMPARE(fontClasses(*to->Text), classes);
+        QVERIFY(!program->button(buttonKey(Button::EditCopy))->isEnabled());
+    }
+
+    void realClipboardKeepsTheFragmentOnlyWithItsText_data()
+    {
+        QTest::addColumn<QString>("elsewhere"); // what another program puts there after our copy
+        QTest::addColumn<bool>("fragment");
+        QTest::newRow("our copy") << QString() << true;
+        QTest::newRow("text of the same length from elsewhere") << "a\nb" << false;
+        QTest::newRow("longer text from elsewhere") << "other text" << false;
+    }
+    void realClipboardKeepsTheFragmentOnlyWithItsText()
+    {
+        QFETCH(QString, elsewhere);
+        QFETCH(bool, fragment);
+        QtPlatform real;
+        real.setClipboard(QStringLiteral("a\nb"), "fragment");
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("a\nb")); // LF, as others expect
+        if (!elsewhere.isNull())
+            QGuiApplication::clipboard()->setText(elsewhere);
+        QCOMPARE(real.clipboardFragment(), fragment ? QByteArray("fragment") : QByteArray());
+        QCOMPARE(real.clipboardText(), elsewhere.isNull() ? QStringLiteral("a\nb") : elsewhere);
     }
 };
 
