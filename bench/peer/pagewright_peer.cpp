@@ -107,6 +107,7 @@ int main(int argc, char **argv)
     }
     QStandardPaths::setTestModeEnabled(true);
     pw::ScopedScriptedPlatform platform;
+    platform->realTicks = true; // passes paced by the real clock, as in use
     pw::Application program(pw::platform());
     pw::Workspace &ws = program.workspace();
     ws.options.setChecked(pw::Option::UHTML, mode == QLatin1String("uhtml"));
