@@ -129,7 +129,10 @@ frmDoc *fillWindow(Workspace &ws, int slot, const QString &path, const QString &
     document->state().setPath(path);
     document->state().format = decoded.format;
     LargeFileProgress progress(ws);
-    if (!document->Text->loadText(decoded.text, std::ref(progress))) {
+    // The colouring pass that follows would rewrite each tag in the surface; on the text it costs
+    // a scan.
+    const bool uppercase = ws.options.isChecked(Option::Highlight) && ws.options.isChecked(Option::UHTML);
+    if (!document->Text->loadText(uppercase ? UppercaseTags(decoded.text) : decoded.text, std::ref(progress))) {
         ws.slots.abandon(slot);
         return nullptr;
     }

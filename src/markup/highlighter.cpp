@@ -248,6 +248,38 @@ QString UppercaseOutsideQuotes(const QString &text)
     return out;
 }
 
+QString UppercaseTags(QString text)
+{
+    const QLatin1String open("<!--"), close("-->");
+    QList<CommentSpan> comments;
+    for (qsizetype pos = text.indexOf(open); pos != -1; pos = text.indexOf(open, pos)) {
+        const qsizetype end = text.indexOf(close, pos);
+        if (end < 0)
+            return text;
+        comments.append({int(pos), int(end + 2)});
+        pos = end;
+    }
+    const qsizetype length = text.size();
+    qsizetype span = 0;
+    for (qsizetype start = text.indexOf(QLatin1Char('<')); start >= 0;) {
+        while (span < comments.size() && comments[span].CommentEnd < start)
+            ++span;
+        qsizetype caret;
+        if (span < comments.size() && comments[span].CommentStart <= start) {
+            caret = comments[span].CommentEnd;
+        } else {
+            const qsizetype end = text.indexOf(QLatin1Char('>'), start);
+            caret = end < 0 ? length : end;
+            QChar *tag = text.data() + start; // detaches once
+            uppercaseOutsideQuotes(tag, tag + (qMin(caret + 1, length) - start), [](int) {});
+        }
+        if (caret >= length)
+            break;
+        start = text.indexOf(QLatin1Char('<'), caret);
+    }
+    return text;
+}
+
 WalkResult WalkTags(EditingSurface &text, const TagWalk &walk, Platform &platform, LongPass *pass)
 {
     return Walker(text, walk, platform, pass).run();
