@@ -39,7 +39,8 @@ public:
     void setText(const QString &text);
     // setText for a whole file: written in pieces (of about a megabyte), each ending at a line end
     // where there is one, with progress(done, total) after each; returning false stops the load,
-    // leaving part of the text. The load is no undo step and the caret ends at 0. False when stopped.
+    // leaving the surface as it was. The load is no undo step and the caret ends at 0. False when
+    // stopped.
     bool loadText(const QString &text, const std::function<bool(qint64 done, qint64 total)> &progress,
                   qsizetype piece = qsizetype(1) << 20);
     int TextLength() const; // Len(Text), without copying
@@ -177,6 +178,7 @@ private:
     FormattedFragment selectionFragment() const;
     void insertFragment(const FormattedFragment &fragment); // replaces the selection
     void onContentsChange(int position, int removed, int added);
+    void adoptDocument(QTextDocument *loaded);
     void onCursorMoved();
     void replaceRange(int from, int to, const FormattedFragment &with);
     void recordOp(UndoOp op, bool typing);
