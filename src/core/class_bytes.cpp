@@ -1,72 +1,122 @@
 #include "core/class_bytes.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace pw {
 
+namespace {
+constexpr int Chunk = 16 * 1024; // a chunk is split when it grows past twice this
+} // namespace
+
+qsizetype ClassBytes::chunkAt(int position) const
+{
+    const auto it = std::upper_bound(m_starts.cbegin(), m_starts.cend(), position);
+    return qMax<qsizetype>(0, (it - m_starts.cbegin()) - 1);
+}
+
+uchar ClassBytes::at(int i) const
+{
+    const qsizetype k = chunkAt(i);
+    return uchar(m_chunks[k][i - m_starts[k]]);
+}
+
+void ClassBytes::restart(qsizetype fromChunk)
+{
+    m_starts.resize(m_chunks.size());
+    int start = fromChunk > 0 ? m_starts[fromChunk - 1] + int(m_chunks[fromChunk - 1].size()) : 0;
+    for (qsizetype k = fromChunk; k < m_chunks.size(); ++k) {
+        m_starts[k] = start;
+        start += int(m_chunks[k].size());
+    }
+    m_size = start;
+}
+
 void ClassBytes::reset(int size, uchar value)
 {
-    m_bytes = QByteArray(size, char(value));
-    m_gapStart = m_gapEnd = size;
+    m_chunks.clear();
+    for (int done = 0; done < size; done += Chunk)
+        m_chunks.append(QByteArray(qMin(Chunk, size - done), char(value)));
+    if (m_chunks.isEmpty())
+        m_chunks.append(QByteArray());
+    restart(0);
 }
 
-void ClassBytes::moveGap(int position, int room)
+void ClassBytes::remove(int position, int length)
 {
-    char *data = m_bytes.data();
-    if (position < m_gapStart) {
-        const int n = m_gapStart - position;
-        std::memmove(data + m_gapEnd - n, data + position, size_t(n));
-        m_gapStart -= n;
-        m_gapEnd -= n;
-    } else if (position > m_gapStart) {
-        const int n = position - m_gapStart;
-        std::memmove(data + m_gapStart, data + m_gapEnd, size_t(n));
-        m_gapStart += n;
-        m_gapEnd += n;
+    qsizetype k = chunkAt(position);
+    const qsizetype first = k;
+    int offset = position - m_starts[k];
+    while (length > 0 && k < m_chunks.size()) {
+        const int n = qMin(length, int(m_chunks[k].size()) - offset);
+        m_chunks[k].remove(offset, n);
+        length -= n;
+        offset = 0;
+        if (m_chunks[k].isEmpty() && m_chunks.size() > 1)
+            m_chunks.removeAt(k);
+        else
+            ++k;
     }
-    if (gap() >= room)
-        return;
-    // Grow by an eighth at least, so typing at one place reallocates rarely.
-    const int after = int(m_bytes.size()) - m_gapEnd;
-    const int newGap = room + qMax(4096, size() / 8);
-    QByteArray grown(m_gapStart + newGap + after, Qt::Uninitialized);
-    std::memcpy(grown.data(), m_bytes.constData(), size_t(m_gapStart));
-    std::memcpy(grown.data() + m_gapStart + newGap, m_bytes.constData() + m_gapEnd, size_t(after));
-    m_bytes = std::move(grown);
-    m_gapEnd = m_gapStart + newGap;
-}
-
-void ClassBytes::replace(int position, int removed, int added, uchar value)
-{
-    moveGap(position, qMax(0, added - removed));
-    m_gapEnd += removed;
-    std::memset(m_bytes.data() + m_gapStart, value, size_t(added));
-    m_gapStart += added;
+    restart(qMin(first, m_chunks.size() - 1));
 }
 
 void ClassBytes::replace(int position, int removed, const QByteArray &with)
 {
-    const int added = int(with.size());
-    moveGap(position, qMax(0, added - removed));
-    m_gapEnd += removed;
-    std::memcpy(m_bytes.data() + m_gapStart, with.constData(), size_t(added));
-    m_gapStart += added;
+    if (removed > 0)
+        remove(position, removed);
+    if (with.isEmpty())
+        return;
+    const qsizetype k = chunkAt(position);
+    QByteArray &chunk = m_chunks[k];
+    chunk.insert(position - m_starts[k], with);
+    if (chunk.size() > 2 * Chunk) {
+        // Split into chunks of the usual size.
+        const QByteArray whole = std::exchange(chunk, QByteArray());
+        QList<QByteArray> pieces;
+        for (qsizetype done = 0; done < whole.size(); done += Chunk)
+            pieces.append(whole.mid(done, Chunk));
+        m_chunks.removeAt(k);
+        for (qsizetype i = 0; i < pieces.size(); ++i)
+            m_chunks.insert(k + i, pieces[i]);
+    }
+    restart(k);
+}
+
+void ClassBytes::replace(int position, int removed, int added, uchar value)
+{
+    replace(position, removed, QByteArray(added, char(value)));
 }
 
 void ClassBytes::fill(int position, int length, uchar value)
 {
-    char *data = m_bytes.data();
-    const int before = qBound(0, m_gapStart - position, length);
-    std::memset(data + position, value, size_t(before));
-    std::memset(data + position + before + gap(), value, size_t(length - before));
+    if (length <= 0)
+        return;
+    qsizetype k = chunkAt(position);
+    int offset = position - m_starts[k];
+    while (length > 0 && k < m_chunks.size()) {
+        const int n = qMin(length, int(m_chunks[k].size()) - offset);
+        std::memset(m_chunks[k].data() + offset, value, size_t(n));
+        length -= n;
+        offset = 0;
+        ++k;
+    }
 }
 
 QByteArray ClassBytes::mid(int position, int length) const
 {
-    QByteArray out(length, Qt::Uninitialized);
-    const int before = qBound(0, m_gapStart - position, length);
-    std::memcpy(out.data(), m_bytes.constData() + position, size_t(before));
-    std::memcpy(out.data() + before, m_bytes.constData() + position + before + gap(), size_t(length - before));
+    QByteArray out;
+    if (length <= 0)
+        return out;
+    out.reserve(length);
+    qsizetype k = chunkAt(position);
+    int offset = position - m_starts[k];
+    while (length > 0 && k < m_chunks.size()) {
+        const int n = qMin(length, int(m_chunks[k].size()) - offset);
+        out.append(m_chunks[k].constData() + offset, n);
+        length -= n;
+        offset = 0;
+        ++k;
+    }
     return out;
 }
 

@@ -1,16 +1,18 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 
 namespace pw {
 
-// One byte per character of a document, held in a gap buffer: an edit costs what it changes plus
-// the distance from the last one, never what the document holds.
+// One byte per character of a document, held in chunks of a few kilobytes: an edit anywhere costs
+// what it changes plus one chunk, never what the document holds.
 class ClassBytes
 {
 public:
-    int size() const { return int(m_bytes.size()) - gap(); }
-    uchar at(int i) const { return uchar(m_bytes[i < m_gapStart ? i : i + gap()]); }
+    ClassBytes() { reset(0, 0); }
+    int size() const { return m_size; }
+    uchar at(int i) const;
     // Everything becomes `size` bytes of `value`.
     void reset(int size, uchar value);
     // [position, position + removed) becomes `added` bytes of `value`.
@@ -21,13 +23,14 @@ public:
     QByteArray mid(int position, int length) const;
 
 private:
-    int gap() const { return m_gapEnd - m_gapStart; }
-    // The gap moves to position and holds at least room bytes.
-    void moveGap(int position, int room);
+    // The chunk holding position (the last one for the end).
+    qsizetype chunkAt(int position) const;
+    void remove(int position, int length);
+    void restart(qsizetype fromChunk); // recounts the chunks' starts
 
-    QByteArray m_bytes;
-    int m_gapStart = 0;
-    int m_gapEnd = 0;
+    QList<QByteArray> m_chunks;
+    QList<int> m_starts; // where each chunk starts
+    int m_size = 0;
 };
 
 } // namespace pw

@@ -160,10 +160,11 @@ FormattedFragment EditingSurface::capture(int from, int to) const
         return f;
     QString text = cursorFor(from, to).selectedText();
     text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    const QByteArray codes = m_classes.mid(from, to - from);
     int runStart = 0;
     for (int i = 1; i <= to - from; ++i) {
-        if (i == to - from || m_classes.at(from + i) != m_classes.at(from + runStart)) {
-            f.append(text.mid(runStart, i - runStart), fontOf(m_classes.at(from + runStart)));
+        if (i == to - from || codes[i] != codes[runStart]) {
+            f.append(text.mid(runStart, i - runStart), fontOf(uchar(codes[runStart])));
             runStart = i;
         }
     }
@@ -202,10 +203,11 @@ QList<QTextLayout::FormatRange> EditingSurface::layoutFormats(const QTextBlock &
     QList<QTextLayout::FormatRange> ranges;
     const int start = block.position();
     const int length = qMin(block.length() - 1, m_classes.size() - start);
+    const QByteArray codes = m_classes.mid(start, length);
     int runStart = 0;
     for (int i = 1; i <= length; ++i) {
-        const uchar code = m_classes.at(start + runStart);
-        if (i < length && m_classes.at(start + i) == code)
+        const uchar code = uchar(codes[runStart]);
+        if (i < length && uchar(codes[i]) == code)
             continue;
         if (code != NoClass)
             ranges.append({runStart, i - runStart, formatOf(code)});
