@@ -194,8 +194,8 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
         }
     }
     EventBatch batch(*this);
-    adoptDocument(loaded);
     m_classes.reset(loaded->characterCount() - 1, code);
+    adoptDocument(loaded);
     clearUndo();
     setSelStart(0);
     m_batchedChange = true;
