@@ -49,6 +49,10 @@ private:
             return;
         block.setUserState(m_surface.m_generation);
         ++m_surface.m_restyling;
+        // A long line keeps what its layout worked out: otherwise every repaint (each blink of
+        // the caret) works the whole line out again to draw a few lines of it.
+        constexpr int LongLine = 4096;
+        block.layout()->setCacheEnabled(block.length() > LongLine);
         block.layout()->setFormats(m_surface.layoutFormats(block));
         if (!changing)
             document()->markContentsDirty(block.position(), block.length());
