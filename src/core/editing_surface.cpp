@@ -10,7 +10,30 @@
 namespace pw {
 
 namespace {
+
 constexpr double kTwipsPerPixel = 15.0;
+
+// A piece of a file as the document takes it: every line end (CR LF, CR or LF) one '\n', in one pass.
+QString lineEndsAsSeparators(QStringView piece)
+{
+    QString out(piece.size(), Qt::Uninitialized);
+    QChar *o = out.data();
+    const QChar *end = piece.end();
+    for (const QChar *c = piece.begin(); c != end; ++c) {
+        if (*c == QLatin1Char('\r')) {
+            *o++ = QLatin1Char('\n');
+            if (c + 1 != end && c[1] == QLatin1Char('\n'))
+                ++c;
+        } else if (*c == QChar::ParagraphSeparator) {
+            *o++ = QLatin1Char('\n');
+        } else {
+            *o++ = *c;
+        }
+    }
+    out.truncate(o - out.data());
+    return out;
+}
+
 } // namespace
 
 QString normalizeLineEnds(const QString &text)
@@ -186,7 +209,7 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
         }
         QTextCursor end(loaded);
         end.movePosition(QTextCursor::End);
-        end.insertText(FormattedFragment::plain(text.mid(from, to - from), {}).text);
+        end.insertText(lineEndsAsSeparators(QStringView(text).mid(from, to - from)));
         from = to;
         if (progress && !progress(from, text.size())) {
             delete loaded;
