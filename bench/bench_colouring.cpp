@@ -188,3 +188,33 @@ static bench::Register colouringBench("colouring", [] {
     bench::report("colouring", "colour_vs_direct_ratio", passMs / baselineMs, "x");
     closeDocument(doc);
 });
+
+// A pass with Convert HTML to Uppercase on, over lower-case tags: a page of many lines and a page
+// of one line, and the undo of the one-line page's rewrite.
+static bench::Register uppercaseBench("uppercase", [] {
+    pw::Application program(pw::platform());
+    pw::Workspace &ws = program.workspace();
+    program.main().resize(1024, 720);
+    program.main().show();
+    ws.options.setChecked(pw::Option::UHTML, true);
+    QCoreApplication::processEvents();
+
+    pw::frmDoc *doc = openPage(ws, bench::generatePage(1024 * 1024, 35).toLower());
+    QElapsedTimer t;
+    t.start();
+    pw::HighlightDocument(ws, *doc);
+    bench::report("uppercase", "colour_1024kb_lower_case", msSince(t), "ms");
+    closeDocument(doc);
+
+    QString line;
+    for (int i = 0; i < 11264 / 2; ++i)
+        line += QStringLiteral("<a href=\"p%1.html\">x</a> ").arg(i);
+    doc = openPage(ws, line);
+    t.restart();
+    pw::HighlightDocument(ws, *doc);
+    bench::report("uppercase", "colour_one_line_11264_tags", msSince(t), "ms");
+    t.restart();
+    doc->Text->Undo();
+    bench::report("uppercase", "undo_one_line_11264_tags", msSince(t), "ms");
+    closeDocument(doc);
+});

@@ -2,6 +2,7 @@
 
 #include "core/editing_surface.h"
 
+#include <QCoreApplication>
 #include <QRandomGenerator>
 
 #include <functional>
@@ -19,6 +20,17 @@ static bench::Register surfaceBench("surface", [] {
     surface.setText(page);
     bench::report("surface", "load_8mb", t.elapsed(), "ms",
                   QStringLiteral("\"bytes\": %1").arg(page.size()));
+
+    {
+        // As an open writes a file: in pieces, with progress after each.
+        pw::EditingSurface loaded;
+        loaded.resize(1000, 700);
+        loaded.show();
+        t.restart();
+        loaded.loadText(page, [](qint64, qint64) { return true; });
+        QCoreApplication::processEvents();
+        bench::report("surface", "load_text_8mb_shown", t.elapsed(), "ms");
+    }
 
     QRandomGenerator rng(7);
     // Times `count` runs of op at random positions, in milliseconds each.

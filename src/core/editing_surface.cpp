@@ -1,6 +1,5 @@
 #include "core/editing_surface.h"
 
-#include <QHash>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
@@ -11,7 +10,30 @@
 namespace pw {
 
 namespace {
+
 constexpr double kTwipsPerPixel = 15.0;
+
+// A piece of a file as the document takes it: every line end (CR LF, CR or LF) one '\n', in one pass.
+QString lineEndsAsSeparators(QStringView piece)
+{
+    QString out(piece.size(), Qt::Uninitialized);
+    QChar *o = out.data();
+    const QChar *end = piece.end();
+    for (const QChar *c = piece.begin(); c != end; ++c) {
+        if (*c == QLatin1Char('\r')) {
+            *o++ = QLatin1Char('\n');
+            if (c + 1 != end && c[1] == QLatin1Char('\n'))
+                ++c;
+        } else if (*c == QChar::ParagraphSeparator) {
+            *o++ = QLatin1Char('\n');
+        } else {
+            *o++ = *c;
+        }
+    }
+    out.truncate(o - out.data());
+    return out;
+}
+
 } // namespace
 
 QString normalizeLineEnds(const QString &text)
@@ -35,7 +57,7 @@ struct EditingSurface::UserEdit {
     QList<UndoOp> ops;
     bool valid = true;
 
-    void take(const QTextDocument *document, int position, int removed, int added)
+    void take(const EditingSurface *surface, int position, int removed, int added)
     {
         if (!valid)
             return;
@@ -45,21 +67,21 @@ struct EditingSurface::UserEdit {
             if (position < windowStart)
                 windowStart += added;
             else if (position <= windowEnd)
-                splice(document, position, 0, added);
+                splice(surface, position, 0, added);
         } else if (position >= windowStart && position + removed <= windowEnd) {
             ops.append({position, window.mid(position - windowStart, removed), added});
-            splice(document, position, removed, added);
+            splice(surface, position, removed, added);
         } else {
             valid = false;
         }
     }
 
 private:
-    void splice(const QTextDocument *document, int position, int removed, int added)
+    void splice(const EditingSurface *surface, int position, int removed, int added)
     {
         const int offset = position - windowStart;
         FormattedFragment spliced = window.mid(0, offset);
-        spliced.append(FormattedFragment::capture(document, position, position + added));
+        spliced.append(surface->capture(position, position + added));
         spliced.append(window.mid(offset + removed, int(window.text.size()) - offset - removed));
         window = std::move(spliced);
     }
@@ -68,15 +90,17 @@ private:
 EditingSurface::EditingSurface(QWidget *parent) : QPlainTextEdit(parent)
 {
     setObjectName(QStringLiteral("Text"));
-    document()->setUndoRedoEnabled(false);
     setContextMenuPolicy(Qt::NoContextMenu);
     static const ClassFonts plainFonts;
     m_fonts = &plainFonts;
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
     // The setting's colour comes from the document window; until then the style's own stands.
     m_backColor = valueFromColor(palette().color(QPalette::Base));
-    m_docChars = document()->characterCount();
-    connect(document(), &QTextDocument::contentsChange, this, &EditingSurface::onContentsChange);
+    auto *first = new QTextDocument(this);
+    first->setUndoRedoEnabled(false);
+    first->setDefaultFont(document()->defaultFont());
+    adoptDocument(first);
+    m_classes.reset(0, NoClass);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &EditingSurface::onCursorMoved);
     connect(this, &QPlainTextEdit::selectionChanged, this, &EditingSurface::onCursorMoved);
 }
@@ -159,7 +183,7 @@ QString EditingSurface::Mid(int start, int length) const
 
 void EditingSurface::setText(const QString &text)
 {
-    replaceRange(0, document()->characterCount() - 1, FormattedFragment::plain(text, currentCharFormat()));
+    replaceRange(0, document()->characterCount() - 1, FormattedFragment::plain(text, fontOf(caretCode())));
     setSelStart(0);
 }
 
@@ -167,10 +191,13 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
                              qsizetype piece)
 {
     piece = qMax<qsizetype>(piece, 2);
-    setText(QString());
-    const QTextCharFormat format = currentCharFormat();
-    EventBatch batch(*this);
-    bool complete = true;
+    const uchar code = caretCode();
+    // The text goes into a document with no layout and no view, which is then shown: the inserts
+    // cost about a tenth less than into the shown document.
+    auto *loaded = new QTextDocument(this);
+    loaded->setUndoRedoEnabled(false);
+    loaded->setDefaultFont(document()->defaultFont());
+    loaded->setDocumentMargin(document()->documentMargin());
     for (qsizetype from = 0; from < text.size();) {
         qsizetype to = qMin(text.size(), from + piece);
         if (to < text.size()) {
@@ -180,20 +207,22 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
             else if (text[to - 1] == QLatin1Char('\r') || text[to - 1].isHighSurrogate())
                 --to;
         }
-        QTextCursor end(document());
+        QTextCursor end(loaded);
         end.movePosition(QTextCursor::End);
-        ++m_internal;
-        FormattedFragment::plain(text.mid(from, to - from), format).insertAt(end);
-        --m_internal;
+        end.insertText(lineEndsAsSeparators(QStringView(text).mid(from, to - from)));
         from = to;
         if (progress && !progress(from, text.size())) {
-            complete = false;
-            break;
+            delete loaded;
+            return false;
         }
     }
+    EventBatch batch(*this);
+    m_classes.reset(loaded->characterCount() - 1, code);
+    adoptDocument(loaded);
     clearUndo();
     setSelStart(0);
-    return complete;
+    m_batchedChange = true;
+    return true;
 }
 
 // --- Selection ----------------------------------------------------------------------------------
@@ -207,7 +236,7 @@ void EditingSurface::setSelStart(int position)
 {
     QTextCursor c = textCursor();
     c.setPosition(toDocument(position));
-    setTextCursor(c);
+    setCursor(c);
 }
 
 int EditingSurface::SelLength() const
@@ -225,7 +254,7 @@ void EditingSurface::setSelLength(int length)
     const int end = toDocument(toSurface(start) + qMax(0, length));
     c.setPosition(start);
     c.setPosition(end, QTextCursor::KeepAnchor);
-    setTextCursor(c);
+    setCursor(c);
 }
 
 QString EditingSurface::SelText() const
@@ -237,13 +266,13 @@ QString EditingSurface::SelText() const
 
 void EditingSurface::setSelText(const QString &text)
 {
-    insertFragment(FormattedFragment::plain(text, currentCharFormat()));
+    insertFragment(FormattedFragment::plain(text, fontOf(caretCode())));
 }
 
 FormattedFragment EditingSurface::selectionFragment() const
 {
     const QTextCursor c = textCursor();
-    return FormattedFragment::capture(document(), c.selectionStart(), c.selectionEnd());
+    return capture(c.selectionStart(), c.selectionEnd());
 }
 
 QString EditingSurface::SelRTF() const
@@ -255,7 +284,7 @@ void EditingSurface::setSelRTF(const QString &fragment)
 {
     FormattedFragment f;
     if (!FormattedFragment::parse(fragment, &f))
-        f = FormattedFragment::plain(fragment, currentCharFormat());
+        f = FormattedFragment::plain(fragment, fontOf(caretCode()));
     insertFragment(f);
 }
 
@@ -271,15 +300,18 @@ void EditingSurface::replaceRange(int from, int to, const FormattedFragment &wit
     op.position = from;
     const bool record = !m_userEdit;
     if (record) {
-        op.removed = FormattedFragment::capture(document(), from, to);
+        op.removed = capture(from, to);
         ++m_internal;
     }
+    const QByteArray codes = codesOf(with);
+    m_incoming = &codes;
     QTextCursor c = cursorFor(from, to);
     c.beginEditBlock();
     c.removeSelectedText();
-    with.insertAt(c);
+    c.insertText(with.text);
     const int end = c.position();
     c.endEditBlock();
+    m_incoming = nullptr;
     if (record) {
         --m_internal;
         op.inserted = end - from;
@@ -287,119 +319,7 @@ void EditingSurface::replaceRange(int from, int to, const FormattedFragment &wit
     }
     QTextCursor caret = textCursor();
     caret.setPosition(end);
-    setTextCursor(caret);
-}
-
-// --- Formats ------------------------------------------------------------------------------------
-
-void EditingSurface::mergeFormat(const QTextCharFormat &format)
-{
-    ++m_internal;
-    ++m_formatOnly;
-    mergeCurrentCharFormat(format);
-    --m_formatOnly;
-    --m_internal;
-}
-
-void EditingSurface::setSelFont(const FontClass &font)
-{
-    mergeFormat(font.toFormat());
-}
-
-FontClass EditingSurface::caretFont() const
-{
-    return FontClass::fromFormat(currentCharFormat());
-}
-
-FontClass EditingSurface::fontAt(int position) const
-{
-    const int d = toDocument(position);
-    const QTextBlock block = document()->findBlock(d);
-    QTextCursor c(document());
-    // A cursor reports the format of the character before it, or at a line's start the one after.
-    c.setPosition(d == block.position() ? d : qMin(d + 1, block.position() + block.length() - 1));
-    return FontClass::fromFormat(c.charFormat());
-}
-
-void EditingSurface::formatRange(int start, int length, const FontClass &font)
-{
-    if (length <= 0)
-        return;
-    ++m_internal;
-    ++m_formatOnly;
-    QTextCursor c = cursorFor(toDocument(start), toDocument(start + length));
-    c.mergeCharFormat(font.toFormat());
-    --m_formatOnly;
-    --m_internal;
-}
-
-void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
-{
-    if (edits.isEmpty())
-        return;
-    QTextDocument *doc = document();
-    // Surface positions are mapped by walking the blocks forward; ranges come mostly ascending,
-    // so the whole batch costs one findBlock and one walk.
-    QTextBlock block;
-    int blockStart = 0; // surface position of block's start
-    const auto toDoc = [&](int position) {
-        if (!block.isValid() || position < blockStart) {
-            block = doc->findBlock(toDocument(position));
-            blockStart = block.position() + block.blockNumber();
-        }
-        for (;;) {
-            const QTextBlock next = block.next();
-            const int span = block.length() - 1 + (next.isValid() ? 2 : 0);
-            if (!next.isValid() || position < blockStart + span)
-                break;
-            blockStart += span;
-            block = next;
-        }
-        return block.position() + qMin(position - blockStart, block.length() - 1);
-    };
-    QHash<const FontClass *, QTextCharFormat> formats;
-
-    EditGroup oneStep(*this);
-    ++m_internal;
-    QTextCursor c(doc);
-    c.beginEditBlock();
-    const int last = TextLength();
-    for (const RangeEdit &edit : edits) {
-        const int start = qBound(0, edit.start, last);
-        const int end = qBound(start, edit.start + edit.length, last);
-        const int from = toDoc(start);
-        const int to = toDoc(end);
-        if (from >= to)
-            continue;
-        c.setPosition(from);
-        c.setPosition(to, QTextCursor::KeepAnchor);
-        switch (edit.kind) {
-        case RangeEdit::MergeFont: {
-            auto it = formats.find(edit.font);
-            if (it == formats.end())
-                it = formats.insert(edit.font, edit.font->toFormat());
-            ++m_formatOnly;
-            c.mergeCharFormat(*it);
-            --m_formatOnly;
-            break;
-        }
-        case RangeEdit::TakeLastFormat:
-            ++m_formatOnly;
-            c.setCharFormat(c.charFormat());
-            --m_formatOnly;
-            break;
-        case RangeEdit::Rewrite: {
-            QTextCursor first(doc);
-            first.setPosition(from + 1);
-            const QTextCharFormat format = first.charFormat();
-            recordOp({from, FormattedFragment::capture(doc, from, to), to - from}, false);
-            c.insertText(edit.text.left(to - from), format);
-            break;
-        }
-        }
-    }
-    c.endEditBlock();
-    --m_internal;
+    setCursor(caret);
 }
 
 void EditingSurface::setBackColor(qint32 color)
@@ -498,27 +418,31 @@ bool EditingSurface::Undo()
     QList<UndoOp> inverse;
     int caret = 0;
     ++m_internal;
+    ++m_bytesKept; // the ops may lie apart: the bytes follow each one
     QTextCursor c(document());
     c.beginEditBlock();
     for (auto it = m_undo.crbegin(); it != m_undo.crend(); ++it) {
         UndoOp back;
         back.position = it->position;
-        back.removed = FormattedFragment::capture(document(), it->position, it->position + it->inserted);
+        back.removed = capture(it->position, it->position + it->inserted);
         c.setPosition(it->position);
         c.setPosition(it->position + it->inserted, QTextCursor::KeepAnchor);
         c.removeSelectedText();
-        it->removed.insertAt(c);
+        c.insertText(it->removed.text);
+        m_classes.replace(it->position, it->inserted, codesOf(it->removed));
         back.inserted = c.position() - it->position;
         caret = c.position();
+        restyleAround(it->position, caret);
         inverse.append(std::move(back));
     }
     c.endEditBlock();
+    --m_bytesKept;
     --m_internal;
     setUndo(std::move(inverse));
     m_lastWasTyping = false;
     QTextCursor at = textCursor();
     at.setPosition(caret);
-    setTextCursor(at);
+    setCursor(at);
     return true;
 }
 
@@ -558,14 +482,27 @@ void EditingSurface::onContentsChange(int position, int removed, int added)
     const int overshoot = qMax(0, position + removed - (oldChars - 1));
     removed = qMax(0, removed - overshoot);
     added = qMax(0, added - overshoot);
+    if (m_restyling > 0)
+        return; // layout formats only
+    if (m_bytesKept == 0) {
+        if (m_incoming && m_incoming->size() == added) {
+            m_classes.replace(position, removed, *m_incoming);
+        } else {
+            // What the control inserts takes the class at its caret, as typed text does.
+            const uchar fill = m_insertCode >= 0 ? uchar(m_insertCode)
+                               : position > 0                  ? m_classes.at(position - 1)
+                               : m_classes.size() > removed    ? m_classes.at(removed)
+                                                               : uchar(NoClass);
+            m_classes.replace(position, removed, added, fill);
+        }
+    }
+    restyleAround(position, position + added);
     if (m_internal == 0) {
         if (m_userEdit)
-            m_userEdit->take(document(), position, removed, added);
+            m_userEdit->take(this, position, removed, added);
         else if (removed != added || oldChars != m_docChars)
             clearUndo(); // an edit the surface could not see coming
     }
-    if (m_formatOnly > 0)
-        return;
     if (m_batchDepth > 0)
         m_batchedChange = true;
     else
@@ -574,6 +511,8 @@ void EditingSurface::onContentsChange(int position, int removed, int added)
 
 void EditingSurface::onCursorMoved()
 {
+    if (m_caretCode >= 0 && textCursor().position() != m_caretCodeAt)
+        m_caretCode = -1;
     if (m_batchDepth > 0)
         m_batchedSel = true;
     else
@@ -592,14 +531,15 @@ template<typename F> void EditingSurface::asUserEdit(bool typing, F &&edit)
     if (!typing || c.hasSelection() || overwriteMode()) {
         const int last = document()->characterCount() - 1;
         ue.windowStart = qMax(0, c.selectionStart() - UserEdit::Reach);
-        ue.window = FormattedFragment::capture(document(), ue.windowStart,
-                                               qMin(last, c.selectionEnd() + UserEdit::Reach));
+        ue.window = capture(ue.windowStart, qMin(last, c.selectionEnd() + UserEdit::Reach));
     } else {
         ue.windowStart = c.position();
     }
     m_userEdit = &ue;
+    m_insertCode = caretCode();
     openStep();
     edit();
+    m_insertCode = -1;
     m_userEdit = nullptr;
     if (!ue.valid) {
         m_group.clear();

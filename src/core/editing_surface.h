@@ -1,9 +1,12 @@
 #pragma once
 
+#include "core/class_bytes.h"
 #include "core/font_class.h"
 #include "core/formatted_fragment.h"
 
 #include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include <functional>
 
@@ -14,6 +17,15 @@ namespace pw {
 //
 // Positions count from 0 over Text, where a line end is CR LF and counts two; inside, the
 // document holds one separator per line end, and positions are mapped in O(log n) by block.
+//
+// Character classes: one class byte per character, kept beside the text (a gap buffer over the
+// document's characters) and moved with every edit through the document's change signal; the
+// document itself holds no character formats. The class fonts reach the screen as layout formats
+// of the blocks that are laid out and shown, made from the bytes when a block is laid out, never by
+// running a lexer again; a change of the class fonts re-lays out only what is shown. A colour pass is
+// a scan that writes bytes: no cursor per tag, no undo step, no layout of hidden blocks. Bytes 1 to
+// 3 are the text, tag and comment classes (following the class fonts as they change), 0 the
+// surface's own font, and higher ones any other font the surface was given.
 // The surface keeps one level of undo of its own: the last edit, typed run, key or edit group can
 // be undone, and undoing again undoes the undo. Format-only changes are never an undo step and
 // raise no Change: colours are no content.
@@ -39,7 +51,8 @@ public:
     void setText(const QString &text);
     // setText for a whole file: written in pieces (of about a megabyte), each ending at a line end
     // where there is one, with progress(done, total) after each; returning false stops the load,
-    // leaving part of the text. The load is no undo step and the caret ends at 0. False when stopped.
+    // leaving the surface as it was. The load is no undo step and the caret ends at 0. False when
+    // stopped.
     bool loadText(const QString &text, const std::function<bool(qint64 done, qint64 total)> &progress,
                   qsizetype piece = qsizetype(1) << 20);
     int TextLength() const; // Len(Text), without copying
@@ -55,7 +68,9 @@ public:
     void setSelRTF(const QString &fragment);
 
     // The class fonts the surface's characters take (the workspace's); set once, before use.
-    void setClassFonts(const ClassFonts *fonts) { m_fonts = fonts; }
+    void setClassFonts(const ClassFonts *fonts);
+    // The class fonts changed: what is shown is laid out again in them.
+    void classFontsChanged();
     const ClassFonts &classFonts() const { return *m_fonts; }
     // The selection, or what is typed or inserted next, takes a class font (or any font).
     void applyClassFont(bool isTag) { setSelFont(m_fonts->forTag(isTag)); }
@@ -83,8 +98,9 @@ public:
         QString text;
     };
     // Applies many edits as one: no caret movement, one change event, a single layout update.
-    // Rewrites make one undo step (or join the EditGroup that is open). Fastest with ascending
-    // ranges.
+    // Font edits only write class bytes; the rewrites go in as one replacement of the stretch from
+    // the first to the last, one undo step (or part of the EditGroup that is open). Fastest with
+    // ascending ranges.
     void applyEdits(const QList<RangeEdit> &edits);
 
     qint32 BackColor() const { return m_backColor; }
@@ -163,6 +179,8 @@ protected:
     void insertFromMimeData(const QMimeData *source) override;
 
 private:
+    friend class ClassLayout;
+    enum ClassCode : uchar { NoClass = 0, TextClass = 1, TagClass = 2, CommentClass = 3, FirstOther = 4 };
     struct UndoOp {
         int position = 0;            // document position
         FormattedFragment removed;   // what stood there before
@@ -172,11 +190,26 @@ private:
     friend class EditGroup;
     friend class EventBatch;
 
+    // --- Classes (editing_surface_classes.cpp) ---
+    uchar codeFor(const FontClass &font);
+    FontClass fontOf(uchar code) const;
+    const QTextCharFormat &formatOf(uchar code) const;
+    uchar codeAt(int documentPosition) const; // what a cursor there reports
+    uchar caretCode() const;
+    QByteArray codesOf(const FormattedFragment &fragment);
+    FormattedFragment capture(int from, int to) const;
+    void setCodes(int from, int to, uchar code); // document positions
+    void restyleAll();
+    void restyleAround(int from, int to);
+    QList<QTextLayout::FormatRange> layoutFormats(const QTextBlock &block) const;
+    void setCursor(const QTextCursor &cursor); // setTextCursor, which drops the caret's own class
+
     int toDocument(int position) const;
     int toSurface(int documentPosition) const;
     FormattedFragment selectionFragment() const;
     void insertFragment(const FormattedFragment &fragment); // replaces the selection
     void onContentsChange(int position, int removed, int added);
+    void adoptDocument(QTextDocument *loaded);
     void onCursorMoved();
     void replaceRange(int from, int to, const FormattedFragment &with);
     void recordOp(UndoOp op, bool typing);
@@ -184,7 +217,6 @@ private:
     void closeStep(bool typing);
     void commitStep(QList<UndoOp> ops, bool typing);
     void setUndo(QList<UndoOp> ops);
-    void mergeFormat(const QTextCharFormat &format);
     template<typename F> void asUserEdit(bool typing, F &&edit);
     void handleKey(QKeyEvent *e);
     QTextCursor cursorFor(int docFrom, int docTo) const;
@@ -197,7 +229,18 @@ private:
     int m_groupDepth = 0;
     bool m_lastWasTyping = false;
     int m_internal = 0;             // >0 while the surface itself edits
-    int m_formatOnly = 0;           // >0 while an edit changes formats only
+    ClassBytes m_classes;           // one per document character but the last separator
+    QList<FontClass> m_otherFonts;  // the fonts of codes from FirstOther on
+    int m_caretCode = -1;           // the class set at the caret, until the caret moves
+    int m_caretCodeAt = -1;
+    uchar m_firstLineCode = NoClass; // an empty first line's own class
+    int m_insertCode = -1;          // the class of what a user's edit inserts
+    const QByteArray *m_incoming = nullptr; // the classes of what the surface inserts
+    int m_bytesKept = 0;            // >0 while the surface moves the bytes itself
+    int m_restyling = 0;            // >0 while a block's layout formats are set
+    int m_generation = 0;           // blocks whose layout formats are older are restyled
+    mutable int m_formatsGeneration = -1;
+    mutable QList<QTextCharFormat> m_formats; // by code
     UserEdit *m_userEdit = nullptr; // set while a user's key, drop or input method edits
     int m_docChars = 1;             // characterCount() as of the last change
     int m_batchDepth = 0;

@@ -1,5 +1,6 @@
 #include "core/editing_surface.h"
 
+#include <QStringMatcher>
 #include <QTextBlock>
 #include <QTextLayout>
 
@@ -49,6 +50,9 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
                 break;
             }
     } else {
+        // One matcher for every line: it skips ahead by the target's length, which a plain search
+        // ignoring case does not.
+        const QStringMatcher matcher(parts.first(), cs);
         const int docFrom = toDocument(from);
         QTextBlock block = document()->findBlock(docFrom);
         int number = block.blockNumber();
@@ -59,7 +63,7 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
                 break;
             const QString text = block.text();
             if (parts.size() == 1) {
-                for (qsizetype i = text.indexOf(target, offset, cs); i >= 0; i = text.indexOf(target, i + 1, cs)) {
+                for (qsizetype i = matcher.indexIn(text, offset); i >= 0; i = matcher.indexIn(text, i + 1)) {
                     const int pos = blockStart + int(i);
                     if (pos + size > to)
                         return -1;

@@ -47,6 +47,13 @@ void LongPass::step(qint64 done, qint64 total)
 
 bool LongPass::escapePressed()
 {
+    constexpr qint64 PollEvery = 20; // ms
+    const qint64 now = m_workspace.platform.ticks();
+    if (m_polled && now - m_lastPoll < PollEvery)
+        return false;
+    m_polled = true;
+    m_lastPoll = now;
+    m_workspace.status.pollProgress();
     return m_workspace.platform.escapePressed();
 }
 

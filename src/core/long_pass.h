@@ -41,7 +41,8 @@ public:
 
     // After each unit of work: the integer part of 100 x done / total.
     void step(qint64 done, qint64 total);
-    // True when the user pressed Escape since the last poll.
+    // True when the user pressed Escape since the last poll. Polled by the platform's clock, at
+    // most every 20 ms, however often a pass asks; the first poll of a pass always happens.
     bool escapePressed();
     // No hourglass over a box the pass shows; it comes back after.
     void pauseWaitCursor();
@@ -51,6 +52,8 @@ private:
     Workspace &m_workspace;
     IdleQueue::Busy m_busy;
     ProgressStrip m_progress;
+    qint64 m_lastPoll = 0;
+    bool m_polled = false;
 };
 
 } // namespace pw

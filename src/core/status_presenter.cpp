@@ -6,9 +6,12 @@
 #include "core/status_line.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStatusBar>
+
+#include <memory>
 
 namespace pw {
 
@@ -25,6 +28,11 @@ StatusPresenter::StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line,
     : QObject(parent), m_bar(bar), m_message(message), m_line(line), m_size(size), m_encoding(encoding),
       m_strip(strip), m_progress(progress)
 {
+    m_clock = [timer = std::make_shared<QElapsedTimer>()] {
+        if (!timer->isValid())
+            timer->start();
+        return timer->elapsed();
+    };
     follow(nullptr);
 }
 
@@ -94,22 +102,47 @@ void StatusPresenter::showSize()
         setIfChanged(m_size, SizeText(m_surface->TextLength()));
 }
 
+namespace {
+constexpr qint64 ProgressAppearsAfter = 150; // ms: a quick pass shows no strip at all
+constexpr qint64 ProgressRepaintEvery = 50;  // ms
+} // namespace
+
 void StatusPresenter::showProgress()
 {
-    m_progress.setValue(0);
-    m_progress.setFixedWidth(qMax(10, m_strip.width() - twipsToPixels(240)));
-    m_strip.show();
+    m_progressStart = m_clock();
+    m_progressValue = 0;
+    m_progressWanted = true;
 }
 
 void StatusPresenter::setProgress(int value)
 {
-    m_progress.setValue(value);
+    m_progressValue = value;
+    if (!m_progressWanted)
+        return;
+    const qint64 now = m_clock();
+    if (!m_progressShown) {
+        if (now - m_progressStart < ProgressAppearsAfter)
+            return;
+        m_progress.setValue(value);
+        m_progress.setFixedWidth(qMax(10, m_strip.width() - twipsToPixels(240)));
+        m_strip.show();
+        m_progressShown = true;
+        m_progressPainted = now;
+        return;
+    }
+    // QProgressBar repaints at once on a new value.
+    if (value != m_progress.value() && now - m_progressPainted >= ProgressRepaintEvery) {
+        m_progress.setValue(value);
+        m_progressPainted = now;
+    }
 }
 
 void StatusPresenter::hideProgress()
 {
+    m_progressWanted = false;
+    if (std::exchange(m_progressShown, false))
+        m_strip.hide();
     m_progress.setValue(100);
-    m_strip.hide();
 }
 
 void StatusPresenter::ShowWaitCursor()

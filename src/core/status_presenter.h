@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <functional>
+
 class QLabel;
 class QProgressBar;
 class QStatusBar;
@@ -37,10 +39,15 @@ public:
     // The file of the document in front, or none.
     void followFormat(const DocumentState *state);
 
-    // The progress strip: shown at 0, set after each unit of work, hidden at the end.
+    // The progress strip: shown at 0, set after each unit of work, hidden at the end. It appears
+    // only once its pass has run 150 ms, and repaints for a new value at most every 50 ms (a
+    // repaint costs far more than a pass's unit of work). pollProgress lets it appear between steps.
     void showProgress();
     void setProgress(int value);
+    void pollProgress() { setProgress(m_progressValue); }
     void hideProgress();
+    // The steady clock in milliseconds that paces the strip (the platform's).
+    void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
 
     // The hourglass everywhere and back; not counted, so the one who set it resets it.
     void ShowWaitCursor();
@@ -62,6 +69,12 @@ private:
     QPointer<EditingSurface> m_surface;
     QList<QMetaObject::Connection> m_connections;
     bool m_waiting = false;
+    std::function<qint64()> m_clock;
+    qint64 m_progressStart = 0;
+    qint64 m_progressPainted = 0;
+    int m_progressValue = 0;
+    bool m_progressWanted = false;
+    bool m_progressShown = false;
 };
 
 } // namespace pw

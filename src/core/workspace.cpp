@@ -11,6 +11,7 @@ Workspace::Workspace(Platform &platform, StatusPresenter &status, EditingSurface
     : platform(platform), status(status), scratch(scratch), fonts(DefaultClassFonts()), CMDialog1(&platform),
       backColor(DefaultBackColor()), slots(*this, area)
 {
+    status.setClock([&platform] { return platform.ticks(); });
     for (int i = 0; i < OptionCount; ++i)
         options.setChecked(Option(i), DefaultOption(Option(i)));
     functionKeys.fill(DefaultFunctionKey());

@@ -130,7 +130,11 @@ frmDoc *fillWindow(Workspace &ws, int slot, const QString &path, const QString &
     document->state().setFormat(decoded.format, decoded.note);
     document->state().binary = decoded.binary;
     LargeFileProgress progress(ws);
-    if (!document->Text->loadText(decoded.text, std::ref(progress))) {
+    // The colouring pass that follows would rewrite each tag in the surface; on the text it costs
+    // a scan.
+    // A file that isn't text is shown, never rewritten.
+    const bool uppercase = ws.options.isChecked(Option::Highlight) && ws.options.isChecked(Option::UHTML) && !decoded.binary;
+    if (!document->Text->loadText(uppercase ? UppercaseTags(decoded.text) : decoded.text, std::ref(progress))) {
         ws.slots.abandon(slot);
         return nullptr;
     }

@@ -9,7 +9,6 @@
 #include "platform/message_box.h"
 #include "platform/platform.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QTextDocument>
 
@@ -46,8 +45,9 @@ template<typename F> void uppercaseOutsideQuotes(QChar *begin, QChar *end, F &&c
     }
 }
 
-// The walk works on a copy of the text and hands its formats and rewrites to the surface in
-// batches: each batch is one edit, so the layout is updated once per batch, not once per tag.
+// The walk works on a copy of the text and hands its classes and rewrites to the surface in
+// batches: classes are bytes the surface writes in one scan, and a batch's rewrites go in as one
+// edit.
 class Walker
 {
 public:
@@ -56,7 +56,6 @@ public:
     {
         m_watch = QObject::connect(surface.document(), &QTextDocument::contentsChange, &surface,
                                    [this] { m_changedOutside = m_changedOutside || !m_applying; });
-        m_sinceFlush.start();
     }
     ~Walker() { QObject::disconnect(m_watch); }
     Walker(const Walker &) = delete;
@@ -194,7 +193,8 @@ private:
     // run). A change made meanwhile by someone else is read back in.
     bool poll()
     {
-        if (m_sinceFlush.elapsed() >= 20)
+        constexpr qsizetype Batch = 8192;
+        if (m_pending.size() >= Batch)
             flush();
         const bool escape = escapePressed();
         if (m_changedOutside) {
@@ -222,7 +222,6 @@ private:
             m_pending.clear();
             m_lastFont = -1;
         }
-        m_sinceFlush.restart();
     }
 
     EditingSurface &m_surface;
@@ -232,7 +231,6 @@ private:
     QString m_text;
     QList<CommentSpan> m_comments;
     QList<Edit> m_pending;
-    QElapsedTimer m_sinceFlush;
     QMetaObject::Connection m_watch;
     int m_lastFont = -1; // the last font range queued, while it can still grow
     bool m_applying = false;
@@ -246,6 +244,38 @@ QString UppercaseOutsideQuotes(const QString &text)
     QString out = text;
     uppercaseOutsideQuotes(out.data(), out.data() + out.size(), [](int) {});
     return out;
+}
+
+QString UppercaseTags(QString text)
+{
+    const QLatin1String open("<!--"), close("-->");
+    QList<CommentSpan> comments;
+    for (qsizetype pos = text.indexOf(open); pos != -1; pos = text.indexOf(open, pos)) {
+        const qsizetype end = text.indexOf(close, pos);
+        if (end < 0)
+            return text;
+        comments.append({int(pos), int(end + 2)});
+        pos = end;
+    }
+    const qsizetype length = text.size();
+    qsizetype span = 0;
+    for (qsizetype start = text.indexOf(QLatin1Char('<')); start >= 0;) {
+        while (span < comments.size() && comments[span].CommentEnd < start)
+            ++span;
+        qsizetype caret;
+        if (span < comments.size() && comments[span].CommentStart <= start) {
+            caret = comments[span].CommentEnd;
+        } else {
+            const qsizetype end = text.indexOf(QLatin1Char('>'), start);
+            caret = end < 0 ? length : end;
+            QChar *tag = text.data() + start; // detaches once
+            uppercaseOutsideQuotes(tag, tag + (qMin(caret + 1, length) - start), [](int) {});
+        }
+        if (caret >= length)
+            break;
+        start = text.indexOf(QLatin1Char('<'), caret);
+    }
+    return text;
 }
 
 WalkResult WalkTags(EditingSurface &text, const TagWalk &walk, Platform &platform, LongPass *pass)

@@ -32,6 +32,11 @@ void HighlightPreview(Workspace &workspace, EditingSurface &sample, const ClassF
 // Upper case outside double-quoted values; the length never changes.
 QString UppercaseOutsideQuotes(const QString &text);
 
+// What a colouring pass with the uppercase option makes of a text, done on the text before it goes
+// into a surface: every tag outside comments upper-cased outside its quoted values, nothing when a
+// comment is left open (the pass stops there before the tags).
+QString UppercaseTags(QString text);
+
 // The action of mnuOptionHTML: flips the option, asks "Highlight open documents?" when turning it
 // on with documents open, and colours or uncolours them. The answer stays in the workspace, where
 // the activation handler of the main window reads and sets it too.

@@ -45,6 +45,9 @@ public:
     virtual bool escapePressed() = 0;
 
     virtual QDateTime now() = 0;
+    // A steady clock in milliseconds, for pacing passes (how often Escape is polled, when the
+    // progress strip shows); only differences between two readings mean anything.
+    virtual qint64 ticks() = 0;
 
     // Clipboard: plain text, and optionally a formatted fragment under the program's private type.
     virtual QString clipboardText() = 0;

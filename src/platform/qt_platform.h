@@ -19,6 +19,7 @@ public:
 
     bool escapePressed() override;
     QDateTime now() override;
+    qint64 ticks() override;
     QString clipboardText() override;
     QByteArray clipboardFragment() override;
     void setClipboard(const QString &text, const QByteArray &fragment) override;

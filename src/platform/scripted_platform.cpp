@@ -3,6 +3,7 @@
 #include "platform/message_box.h"
 #include "platform/printer_sink.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 
 namespace pw {
@@ -45,6 +46,19 @@ ErrorCode ScriptedPlatform::showDialog(CommonDialog::Kind kind, CommonDialog &di
     if (dialogs.isEmpty())
         return kind == CommonDialog::Kind::Help ? ErrorCode::None : ErrorCode::Cancel;
     return dialogs.dequeue()(kind, dialog);
+}
+
+qint64 ScriptedPlatform::ticks()
+{
+    if (realTicks) {
+        static const QElapsedTimer started = [] {
+            QElapsedTimer t;
+            t.start();
+            return t;
+        }();
+        return started.elapsed();
+    }
+    return tickNow += tickStep;
 }
 
 bool ScriptedPlatform::escapePressed()

@@ -43,6 +43,12 @@ public:
     std::function<void(int poll)> onEscapePoll;
 
     QDateTime clock = QDateTime(QDate(2026, 11, 23), QTime(14, 5, 9));
+    // The steady clock moves on by tickStep at every reading, so in a test every poll a pass may
+    // make is due and a progress strip shows at once; 0 stands it still. With realTicks (the
+    // benchmarks) it is the real one.
+    qint64 tickNow = 0;
+    qint64 tickStep = 1000;
+    bool realTicks = false;
 
     QString clipText;
     QByteArray clipFragment;
@@ -58,6 +64,7 @@ public:
 
     bool escapePressed() override;
     QDateTime now() override { return clock; }
+    qint64 ticks() override;
     QString clipboardText() override { return clipText; }
     QByteArray clipboardFragment() override { return clipFragment; }
     void setClipboard(const QString &text, const QByteArray &fragment) override;

@@ -72,11 +72,8 @@ void WritePiece(EditingSurface &surface, const MarkupPiece &piece)
 }
 
 PieceBatch::PieceBatch(EditingSurface &surface)
-    : m_surface(surface), m_tag(surface.currentCharFormat()), m_text(surface.currentCharFormat())
+    : m_surface(surface), m_tag(surface.classFonts().html), m_text(surface.classFonts().text)
 {
-    // What ApplyClassFont would make of the caret's format for each class.
-    m_tag.merge(surface.classFonts().html.toFormat());
-    m_text.merge(surface.classFonts().text.toFormat());
 }
 
 void PieceBatch::add(const MarkupPiece &piece)

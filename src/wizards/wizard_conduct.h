@@ -83,8 +83,8 @@ public:
 private:
     EditingSurface &m_surface;
     FormattedFragment m_fragment;
-    QTextCharFormat m_tag;
-    QTextCharFormat m_text;
+    FontClass m_tag;
+    FontClass m_text;
 };
 
 // The long generation of a wizard: wait cursor, the wizard's status text, the progress strip from 0,

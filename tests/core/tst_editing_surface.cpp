@@ -61,9 +61,9 @@ private Q_SLOTS:
         QVERIFY(steps >= 2);
         QCOMPARE(s->SelStart(), 0);
         QVERIFY(!s->CanUndo());
-        // Stopped after the first piece, what came in stays.
-        QVERIFY(!s->loadText(text, [](qint64, qint64) { return false; }, 16));
-        QVERIFY(s->TextLength() > 0 && s->TextLength() < text.size());
+        // Stopped after the first piece, the surface keeps what it had.
+        QVERIFY(!s->loadText(text + "more", [](qint64, qint64) { return false; }, 16));
+        QVERIFY(s->Text() == text);
     }
 
     void positionsCountLineEndsAsTwo_data()
@@ -186,9 +186,12 @@ private Q_SLOTS:
         QTest::addColumn<int>("caret");
         QTest::addColumn<QString>("keys");
         QTest::addColumn<QString>("after");
-        QTest::newRow("an edit group") << "ab" << 0 << "" << "<P>ab</P>";
-        QTest::newRow("a typed run and Return") << "ab" << 2 << "<i>\r" << "ab<i>\r\n";
-        QTest::newRow("Backspace across a line end") << "ab\r\ncd" << 4 << "\b" << "abcd";
+        QTest::addColumn<QString>("classes"); // of `after`: the class of each character follows the edits
+        QTest::newRow("an edit group") << "ab" << 0 << "" << "<P>ab</P>" << "hhhtttttt";
+        QTest::newRow("a typed run and Return") << "ab" << 2 << "<i>\r" << "ab<i>\r\n" << "tthhh//";
+        QTest::newRow("Backspace across a line end") << "ab\r\ncd" << 4 << "\b" << "abcd" << "tttt";
+        QTest::newRow("typed in the middle of a line") << "abcd" << 2 << "xy" << "abxycd" << "tthhtt";
+        QTest::newRow("Return in the middle of a line") << "abcd" << 2 << "\r" << "ab\r\ncd" << "tt//tt";
     }
     void undoSteps()
     {
@@ -196,6 +199,7 @@ private Q_SLOTS:
         QFETCH(int, caret);
         QFETCH(QString, keys);
         QFETCH(QString, after);
+        QFETCH(QString, classes);
         load(before);
         s->setSelStart(caret);
         ApplyClassFont(*s, true);
@@ -208,7 +212,7 @@ private Q_SLOTS:
         }
         QTest::keyClicks(s, keys);
         QCOMPARE(s->Text(), after);
-        const QString classes = fontClasses(*s);
+        QCOMPARE(fontClasses(*s), classes);
         QVERIFY(s->Undo());
         QCOMPARE(s->Text(), before);
         QCOMPARE(fontClasses(*s), plain);

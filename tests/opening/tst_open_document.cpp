@@ -71,6 +71,34 @@ private Q_SLOTS:
         QCOMPARE(passLeftovers(main()), QString());
     }
 
+    // With colouring and Uppercase on, the tags are upper-cased as the pass would do it, before the
+    // text goes in: not in comments or quoted values, and not at all behind a comment left open.
+    void uppercaseOnOpen_data()
+    {
+        QTest::addColumn<bool>("highlight");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("tags outside quotes") << true << QByteArray("<a href=\"x.htm\">y</a>")
+                                             << "<A HREF=\"x.htm\">y</A>";
+        QTest::newRow("comments kept") << true << QByteArray("<!-- <b> --><i>x\n</i>") << "<!-- <b> --><I>x\r\n</I>";
+        QTest::newRow("a tag open to the end") << true << QByteArray("x <b c=\"d\"") << "x <B C=\"d\"";
+        QTest::newRow("a comment left open") << true << QByteArray("<b><!-- <i>") << "<b><!-- <i>";
+        QTest::newRow("colouring off") << false << QByteArray("<b>x</b>") << "<b>x</b>";
+    }
+    void uppercaseOnOpen()
+    {
+        QFETCH(bool, highlight);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, text);
+        ws().options.setChecked(Option::Highlight, highlight);
+        ws().options.setChecked(Option::UHTML, true);
+        frmDoc *doc = OpenFromHandOver(ws(), write("upper.html", content));
+        QVERIFY(doc);
+        QCOMPARE(doc->Text->Text(), text);
+        QVERIFY(!doc->state().Dirty());
+        QVERIFY(!doc->Text->CanUndo());
+    }
+
     // With LockFiles on, the opened file is locked too.
     void commandLinePathIsMadeAbsoluteKeepingLinks()
     {
