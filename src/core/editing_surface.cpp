@@ -169,14 +169,16 @@ QString EditingSurface::Mid(int start, int length) const
     QTextBlock block = document()->findBlock(toDocument(start));
     int blockStart = block.position() + block.blockNumber();
     for (; block.isValid() && blockStart < end; block = block.next()) {
-        QString piece = block.text();
-        if (block.next().isValid())
-            piece += QLatin1String("\r\n");
+        const QString line = lineText(block);
+        const int lineEnd = int(line.size());
+        const int span = lineEnd + (block.next().isValid() ? 2 : 0);
         const int a = qMax(start, blockStart) - blockStart;
-        const int b = qMin(end, blockStart + int(piece.size())) - blockStart;
-        if (a < b)
-            out += QStringView(piece).mid(a, b - a);
-        blockStart += int(piece.size());
+        const int b = qMin(end, blockStart + span) - blockStart;
+        if (a < lineEnd)
+            out += QStringView(line).mid(a, qMin(b, lineEnd) - a);
+        for (int i = qMax(a, lineEnd); i < b; ++i)
+            out += QLatin1Char(i == lineEnd ? '\r' : '\n');
+        blockStart += span;
     }
     return out;
 }
@@ -475,8 +477,18 @@ EditingSurface::EventBatch::~EventBatch()
 
 // --- Events -------------------------------------------------------------------------------------
 
+const QString &EditingSurface::lineText(const QTextBlock &block) const
+{
+    if (block.blockNumber() != m_cachedLine) {
+        m_lineText = block.text();
+        m_cachedLine = block.blockNumber();
+    }
+    return m_lineText;
+}
+
 void EditingSurface::onContentsChange(int position, int removed, int added)
 {
+    m_cachedLine = -1;
     const int oldChars = std::exchange(m_docChars, document()->characterCount());
     // Qt counts the document's closing separator in changes that reach the end; take it off.
     const int overshoot = qMax(0, position + removed - (oldChars - 1));

@@ -88,8 +88,8 @@ public:
         enum Kind {
             MergeFont,      // the range takes `font`, as setSelFont on it would
             TakeLastFormat, // the range takes the format of its last character, as writing SelText would
-            Rewrite,        // `text` (same length, no line ends) replaces the range, in its first
-                            // character's format; recorded for undo
+            Rewrite,        // `text` replaces the range (neither holds a line end; lengths may
+                            // differ), in its first character's format; recorded for undo
         };
         Kind kind = MergeFont;
         int start = 0;
@@ -97,10 +97,11 @@ public:
         const FontClass *font = nullptr;
         QString text;
     };
-    // Applies many edits as one: no caret movement, one change event, a single layout update.
-    // Font edits only write class bytes; the rewrites go in as one replacement of the stretch from
-    // the first to the last, one undo step (or part of the EditGroup that is open). Fastest with
-    // ascending ranges.
+    // Applies many edits as one: one change event, a single layout update. Font edits only write
+    // class bytes; the rewrites (ascending, not overlapping) go in as one replacement of the stretch
+    // from the first to the last, one undo step (or part of the EditGroup that is open). The caret
+    // stays where it stood when the lengths don't change; otherwise it ends behind the last rewrite.
+    // Fastest with ascending ranges.
     void applyEdits(const QList<RangeEdit> &edits);
 
     qint32 BackColor() const { return m_backColor; }
@@ -209,6 +210,9 @@ private:
     FormattedFragment selectionFragment() const;
     void insertFragment(const FormattedFragment &fragment); // replaces the selection
     void onContentsChange(int position, int removed, int added);
+    // A block's text, kept for the next call until the document changes: searches that go on in
+    // one long line would otherwise copy the whole line for every hit.
+    const QString &lineText(const QTextBlock &block) const;
     void adoptDocument(QTextDocument *loaded);
     void onCursorMoved();
     void replaceRange(int from, int to, const FormattedFragment &with);
@@ -239,6 +243,8 @@ private:
     int m_bytesKept = 0;            // >0 while the surface moves the bytes itself
     int m_restyling = 0;            // >0 while a block's layout formats are set
     int m_generation = 0;           // blocks whose layout formats are older are restyled
+    mutable int m_cachedLine = -1; // block number of m_lineText, -1: none
+    mutable QString m_lineText;
     mutable int m_formatsGeneration = -1;
     mutable QList<QTextCharFormat> m_formats; // by code
     UserEdit *m_userEdit = nullptr; // set while a user's key, drop or input method edits

@@ -77,6 +77,7 @@ void EditingSurface::adoptDocument(QTextDocument *loaded)
     if (old && old->parent() == this)
         delete old;
     m_docChars = loaded->characterCount();
+    m_cachedLine = -1;
     ++m_generation;
     connect(loaded, &QTextDocument::contentsChange, this, &EditingSurface::onContentsChange);
 }
@@ -324,7 +325,7 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
             m_classes.fill(from, to - from, codeAt(to));
             break;
         case RangeEdit::Rewrite:
-            rewrites.append({from, to, edit.text.left(to - from)});
+            rewrites.append({from, to, edit.text});
             continue;
         }
         fontFrom = qMin(fontFrom, from);
@@ -348,18 +349,30 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     for (const Rewrite &r : std::as_const(rewrites))
         to = qMax(to, r.to);
     const FormattedFragment before = capture(from, to);
-    QString text = before.text;
-    QByteArray codes = m_classes.mid(from, to - from);
+    const QByteArray oldCodes = m_classes.mid(from, to - from);
+    QString text;
+    QByteArray codes;
+    text.reserve(before.text.size());
+    codes.reserve(oldCodes.size());
+    int done = from; // document position up to which the stretch is copied
     for (const Rewrite &r : std::as_const(rewrites)) {
-        text.replace(r.from - from, r.to - r.from, r.text);
-        std::fill(codes.begin() + (r.from - from), codes.begin() + (r.to - from), codes[r.from - from]);
+        if (r.from < done)
+            continue; // overlapping: the earlier one stands
+        text += QStringView(before.text).mid(done - from, r.from - done);
+        codes += QByteArrayView(oldCodes).sliced(done - from, r.from - done);
+        text += r.text;
+        codes += QByteArray(r.text.size(), oldCodes[r.from - from]);
+        done = r.to;
     }
+    text += QStringView(before.text).mid(done - from);
+    codes += QByteArrayView(oldCodes).sliced(done - from);
+    const bool sameLength = text.size() == before.text.size();
     // The stretch keeps its length: the caret and the selection stay where they stood.
     const QTextCursor caret = textCursor();
     const int anchor = caret.anchor(), position = caret.position();
     EditGroup oneStep(*this);
     ++m_internal;
-    recordOp({from, before, to - from}, false);
+    recordOp({from, before, int(text.size())}, false);
     m_incoming = &codes;
     QTextCursor c = cursorFor(from, to);
     c.beginEditBlock();
@@ -367,7 +380,7 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     c.insertText(text);
     c.endEditBlock();
     m_incoming = nullptr;
-    if (textCursor().anchor() != anchor || textCursor().position() != position) {
+    if (sameLength && (textCursor().anchor() != anchor || textCursor().position() != position)) {
         QTextCursor back = textCursor();
         back.setPosition(anchor);
         back.setPosition(position, QTextCursor::KeepAnchor);

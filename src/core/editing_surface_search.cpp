@@ -61,7 +61,7 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
             const int blockStart = block.position() + number;
             if (blockStart + offset + size > to)
                 break;
-            const QString text = block.text();
+            const QString text = lineText(block); // shared, not copied: the cache may move on
             if (parts.size() == 1) {
                 for (qsizetype i = matcher.indexIn(text, offset); i >= 0; i = matcher.indexIn(text, i + 1)) {
                     const int pos = blockStart + int(i);

@@ -17,25 +17,27 @@ int ReplaceAllIn(EditingSurface &text, const QString &target, const QString &rep
                  const std::function<bool(qint64, qint64)> &progress)
 {
     options |= EditingSurface::NoHighlight;
-    int pos = text.Find(target, 0, -1, options);
-    if (pos == -1)
-        return 0;
-    EditingSurface::EditGroup oneStep(text);
-    EditingSurface::EventBatch oneChange(text);
     const int size = int(target.size());
     const int step = int(replacement.size());
-    int count = 0;
-    while (pos != -1) {
-        ++count;
-        text.setSelStart(pos);
-        text.setSelLength(size);
-        text.setSelText(replacement);
-        if (progress && count % PollEvery == 0 && !progress(pos, text.TextLength()))
+    // The hits are found in the text as it stands, each search going on behind the last hit, which
+    // is where a search behind its replacement would go on; then all go in as one edit.
+    QList<EditingSurface::RangeEdit> edits;
+    int end = 0; // behind the last replacement, in the text that results
+    for (int pos = text.Find(target, 0, -1, options); pos != -1; pos = text.Find(target, pos + size, -1, options)) {
+        end = pos + int(edits.size()) * (step - size) + step;
+        edits.append({EditingSurface::RangeEdit::Rewrite, pos, size, nullptr, replacement});
+        if (progress && edits.size() % PollEvery == 0 && !progress(pos, text.TextLength()))
             break;
-        pos = text.Find(target, pos + step, -1, options);
     }
-    text.setSelStart(text.SelStart() + 1);
-    return count;
+    if (edits.isEmpty())
+        return 0;
+    {
+        EditingSurface::EditGroup oneStep(text);
+        EditingSurface::EventBatch oneChange(text);
+        text.applyEdits(edits);
+    }
+    text.setSelStart(end + 1);
+    return int(edits.size());
 }
 
 int ReplaceAll(Workspace &workspace, const SearchRequest &request, const QString &replacement)
