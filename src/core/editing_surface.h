@@ -88,8 +88,8 @@ public:
         enum Kind {
             MergeFont,      // the range takes `font`, as setSelFont on it would
             TakeLastFormat, // the range takes the format of its last character, as writing SelText would
-            Rewrite,        // `text` replaces the range (neither holds a line end; lengths may
-                            // differ), in its first character's format; recorded for undo
+            Rewrite,        // `text` replaces the range (lengths may differ, line ends are CR LF),
+                            // in its first character's format; recorded for undo
         };
         Kind kind = MergeFont;
         int start = 0;

@@ -325,7 +325,11 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
             m_classes.fill(from, to - from, codeAt(to));
             break;
         case RangeEdit::Rewrite:
-            rewrites.append({from, to, edit.text});
+            // The document holds one separator per line end.
+            rewrites.append({from, to,
+                             edit.text.contains(QLatin1Char('\r'))
+                                 ? QString(edit.text).replace(QLatin1String("\r\n"), QLatin1String("\n"))
+                                 : edit.text});
             continue;
         }
         fontFrom = qMin(fontFrom, from);

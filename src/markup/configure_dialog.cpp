@@ -142,6 +142,7 @@ void frmConfigure::refreshSample(Class which)
         Text->setSelLength(0);
     }
     HighlightPreview(m_workspace, *Text, m_workspace.fonts, QLatin1String(Caption));
+    Text->classFontsChanged();
 }
 
 void frmConfigure::Command3_Click()
@@ -170,6 +171,8 @@ void frmConfigure::Command1_Click()
             EditingSurface &surface = *document->Text;
             const int caret = surface.SelStart();
             const bool dirty = document->state().Dirty();
+            if (text || tagsOrComments)
+                surface.classFontsChanged();
             if (text) {
                 surface.setSelStart(0);
                 surface.setSelLength(surface.TextLength());
@@ -191,6 +194,10 @@ void frmConfigure::Command1_Click()
 void frmConfigure::Command7_Click()
 {
     m_workspace.fonts = LoadFontSettings();
+    // The documents' classes follow the class fonts, so they show the stored ones again too.
+    for (const int slot : m_workspace.slots.openSlots())
+        if (frmDoc *document = m_workspace.slots.document(slot))
+            document->Text->classFontsChanged();
     Form_Unload();
 }
 

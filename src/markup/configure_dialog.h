@@ -14,7 +14,8 @@ struct FontClass;
 // "Configure Editor": the fonts and colours of the three character classes and the documents'
 // background, tried on a coloured sample. A choice goes straight into the workspace's classes;
 // OK carries what changed to every open document (caret and Dirty kept), Cancel reads the three
-// classes back from the settings (not the background).
+// classes back from the settings (not the background). Since a document's characters follow the
+// class fonts, Cancel also takes back what an earlier OK of the same run showed in them.
 class frmConfigure : public QDialog
 {
     Q_OBJECT

@@ -197,6 +197,8 @@ private Q_SLOTS:
                                     << QStringList{"Ab X"} << 1;
         QTest::newRow("any case, hit at 0, across line ends")
             << QStringList{"Ab\r\nab"} << 0 << "b\r\na" << "-" << false << false << "" << QStringList{"A-b"} << 1;
+        QTest::newRow("a longer replacement, hits on two lines") << QStringList{"ab\r\nxab"} << 0 << "ab" << "[abc]" << false << false
+                                                                 << "" << QStringList{"[abc]\r\nx[abc]"} << 2;
         QTest::newRow("an empty replacement deletes") << QStringList{"aXaXa"} << 0 << "X" << "" << false << false
                                                       << "" << QStringList{"aaa"} << 2;
         QTest::newRow("all documents, each from 0") << QStringList{"ab", "xab", "no"} << 2 << "ab" << "X" << false
