@@ -10,10 +10,10 @@
 using namespace pw;
 
 // "h3 c10" -> "hhhcccccccccc": class letters with counts.
-static QString runs(const char *spec)
+static QString runs(const char *pattern)
 {
     QString out;
-    for (const QString &part : QString::fromLatin1(spec).split(QLatin1Char(' ')))
+    for (const QString &part : QString::fromLatin1(pattern).split(QLatin1Char(' ')))
         out += QString(part.mid(1).toInt(), part[0]);
     return out;
 }

@@ -98,12 +98,12 @@ private Q_SLOTS:
         verifyMessage(QStringLiteral("You must enter an anchor name!"), MsgStyle::Information);
         QVERIFY(form->isVisible());
         QCOMPARE(form->focusWidget(), form->tbAnchor);
-        QTest::keyClicks(form->tbAnchor, QStringLiteral("Part 2"));
+        QTest::keyClicks(form->tbAnchor, QStringLiteral("Chapter 2"));
         QTest::keyClick(form->tbAnchor, Qt::Key_Return); // Enter presses OK
-        QCOMPARE(doc->Text->Text(), QStringLiteral("a<A NAME=\"Part 2\">b"));
+        QCOMPARE(doc->Text->Text(), QStringLiteral("a<A NAME=\"Chapter 2\">b"));
         QCOMPARE(fontClasses(*doc->Text), QStringLiteral("thhhhhhhhhhhhhhhhht"));
         QCOMPARE(doc->Text->SelStart(), 18);
-        QCOMPARE(doc->state().LocalNames[1], QStringLiteral("Part 2"));
+        QCOMPARE(doc->state().LocalNames[1], QStringLiteral("Chapter 2"));
         QCOMPARE(doc->state().LocalNames[2], QStringLiteral("top"));
         QTRY_VERIFY(!main().findChild<WizardForm *>());
         QTRY_COMPARE(main().focusWidget(), doc->Text);
