@@ -101,8 +101,8 @@ private Q_SLOTS:
         QTest::keyClicks(form->tbAnchor, QStringLiteral("Chapter 2"));
         QTest::keyClick(form->tbAnchor, Qt::Key_Return); // Enter presses OK
         QCOMPARE(doc->Text->Text(), QStringLiteral("a<A NAME=\"Chapter 2\">b"));
-        QCOMPARE(fontClasses(*doc->Text), QStringLiteral("thhhhhhhhhhhhhhhhht"));
-        QCOMPARE(doc->Text->SelStart(), 18);
+        QCOMPARE(fontClasses(*doc->Text), QStringLiteral("thhhhhhhhhhhhhhhhhhhht"));
+        QCOMPARE(doc->Text->SelStart(), 21);
         QCOMPARE(doc->state().LocalNames[1], QStringLiteral("Chapter 2"));
         QCOMPARE(doc->state().LocalNames[2], QStringLiteral("top"));
         QTRY_VERIFY(!main().findChild<WizardForm *>());
