@@ -191,8 +191,7 @@ void Application::MDIForm_Load(const QString &commandLine)
     UnloadTitle();
     ws.platform.beforeModal = nullptr;
     main.activateWindow();
-    if (frmDoc *front = ws.current())
-        front->Text->SetFocus();
+    ws.FocusCurrentDocument();
 }
 
 void Application::MDIForm_LinkExecute(const QString &command, bool *cancel)

@@ -2,6 +2,7 @@
 
 #include "core/app_state.h"
 
+#include <QDialog>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -15,6 +16,13 @@ void CenterForm(QWidget *form)
     const QSize size = form->frameSize().isValid() ? form->frameSize() : form->size();
     form->move(area.left() + (area.width() - size.width()) / 2,
                area.top() + int((area.height() - size.height()) * 0.8 / 2));
+}
+
+void ShowCentred(QDialog &dialog)
+{
+    dialog.adjustSize();
+    CenterForm(&dialog);
+    dialog.open();
 }
 
 void CenterOver(QWidget *window, const QWidget *over)

@@ -1,6 +1,8 @@
 #include "core/workspace.h"
 
 #include "core/app_state.h"
+#include "core/document_window.h"
+#include "core/editing_surface.h"
 #include "core/settings_store.h"
 #include "core/status_presenter.h"
 #include "platform/platform.h"
@@ -23,6 +25,12 @@ bool Workspace::AnyDocumentOpen()
         return true;
     status.ClearStatusText();
     return false;
+}
+
+void Workspace::FocusCurrentDocument()
+{
+    if (frmDoc *document = AnyDocumentOpen() ? current() : nullptr)
+        document->Text->SetFocus();
 }
 
 int Workspace::MsgBox(const QString &text, int style)

@@ -49,6 +49,8 @@ public:
     frmDoc *current() const { return slots.current(); }
     // True when any document is open; otherwise clears the status text.
     bool AnyDocumentOpen();
+    // The focus back to the document in front, when one is open (a dialog or a pass ends).
+    void FocusCurrentDocument();
 
     // A message box titled AppTitle.
     int MsgBox(const QString &text, int style);

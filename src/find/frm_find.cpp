@@ -135,8 +135,7 @@ void frmFind::Form_Unload()
         tbFind_LostFocus();
     m_walk->stop();
     hide();
-    if (frmDoc *document = m_workspace.current())
-        document->Text->SetFocus();
+    m_workspace.FocusCurrentDocument();
 }
 
 void frmFind::closeEvent(QCloseEvent *event)

@@ -99,9 +99,7 @@ void frmReplace::Command2_Click()
 {
     if (m_running || !CurrentOrActiveDocument(m_workspace))
         return;
-    LastReplaceFind = tbFind->text();
-    const SearchRequest request{tbFind->text(), ckCase->isChecked() ? int(EditingSurface::MatchCase) : 0,
-                                chkGlobal->isChecked()};
+    const SearchRequest request = takeRequest();
     m_running = true;
     setEnabled(false);
     const QPointer<frmReplace> self(this);
@@ -114,9 +112,7 @@ void frmReplace::Command3_Click()
 {
     if (m_running || !CurrentOrActiveDocument(m_workspace))
         return;
-    LastReplaceFind = tbFind->text();
-    const SearchRequest request{tbFind->text(), ckCase->isChecked() ? int(EditingSurface::MatchCase) : 0,
-                                chkGlobal->isChecked()};
+    const SearchRequest request = takeRequest();
     m_running = true;
     const QPointer<frmReplace> self(this);
     hide();
@@ -127,6 +123,12 @@ void frmReplace::Command3_Click()
                                        MsgStyle::YesNoCancel + MsgStyle::Question));
     if (self)
         reportCount(walk.count());
+}
+
+SearchRequest frmReplace::takeRequest()
+{
+    LastReplaceFind = tbFind->text();
+    return {tbFind->text(), ckCase->isChecked() ? int(EditingSurface::MatchCase) : 0, chkGlobal->isChecked()};
 }
 
 void frmReplace::reportCount(int count)
@@ -141,12 +143,10 @@ void frmReplace::Form_Unload()
 {
     if (std::exchange(m_unloaded, true))
         return;
-    frmDoc *document = m_workspace.current();
-    if (document)
+    if (frmDoc *document = m_workspace.current())
         document->Text->setSelLength(0);
     hide();
-    if (document)
-        document->Text->SetFocus();
+    m_workspace.FocusCurrentDocument();
 }
 
 void frmReplace::closeEvent(QCloseEvent *event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "find/find_walk.h"
+
 #include <QDialog>
 #include <QString>
 
@@ -49,6 +51,8 @@ protected:
 
 private:
     void Form_Unload();
+    // The dialog\'s search, which LastReplaceFind remembers.
+    SearchRequest takeRequest();
     void reportCount(int count);
 
     Workspace &m_workspace;

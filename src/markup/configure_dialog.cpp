@@ -35,6 +35,7 @@ QPushButton *button(const QString &caption, const QString &name, QWidget *parent
 frmConfigure::frmConfigure(Workspace &workspace, QWidget *parent) : QDialog(parent), m_workspace(workspace)
 {
     setObjectName(QStringLiteral("frmConfigure"));
+    SetDialogLook(*this);
     setWindowTitle(QLatin1String(Caption));
     Frame2 = new QGroupBox(QStringLiteral("Change Font for:"), this);
     Frame2->setObjectName(QStringLiteral("Frame2"));
@@ -219,20 +220,14 @@ void frmConfigure::Form_Unload()
         return;
     m_unloaded = true;
     hide();
-    if (frmDoc *document = m_workspace.current())
-        document->Text->setFocus();
+    m_workspace.FocusCurrentDocument();
     deleteLater();
 }
 
 frmConfigure *ShowConfigure(Workspace &workspace, QWidget *parent)
 {
     auto *dialog = new frmConfigure(workspace, parent);
-    dialog->setWindowModality(Qt::ApplicationModal);
-    SetDialogLook(*dialog);
-    dialog->adjustSize();
-    CenterForm(dialog);
-    dialog->show();
-    dialog->activateWindow();
+    ShowCentred(*dialog);
     return dialog;
 }
 

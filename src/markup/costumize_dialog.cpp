@@ -35,6 +35,7 @@ T *named(T *widget, const QString &name)
 frmCostumize::frmCostumize(Workspace &workspace, QWidget *parent) : QDialog(parent), m_workspace(workspace)
 {
     setObjectName(QStringLiteral("frmCostumize"));
+    SetDialogLook(*this);
     setWindowTitle(QStringLiteral("Customize Function Keys"));
 
     Frame1 = named(new QGroupBox(QStringLiteral("Function Keys"), this), QStringLiteral("Frame1"));
@@ -244,20 +245,14 @@ void frmCostumize::Form_Unload()
         lostFocusOf(focused);
     m_unloaded = true;
     hide();
-    if (frmDoc *document = m_workspace.current())
-        document->Text->setFocus();
+    m_workspace.FocusCurrentDocument();
     deleteLater();
 }
 
 frmCostumize *ShowCostumize(Workspace &workspace, QWidget *parent)
 {
     auto *dialog = new frmCostumize(workspace, parent);
-    dialog->setWindowModality(Qt::ApplicationModal);
-    SetDialogLook(*dialog);
-    dialog->adjustSize();
-    CenterForm(dialog);
-    dialog->show();
-    dialog->activateWindow();
+    ShowCentred(*dialog);
     return dialog;
 }
 

@@ -385,9 +385,7 @@ void ToggleHighlighting(Workspace &ws)
         }
         document->state().setDirty(dirty);
     }
-    if (ws.AnyDocumentOpen())
-        if (frmDoc *current = ws.current())
-            current->Text->SetFocus();
+    ws.FocusCurrentDocument();
 }
 
 } // namespace pw

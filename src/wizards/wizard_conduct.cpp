@@ -32,8 +32,7 @@ WizardForm::WizardForm(Workspace &workspace, QWidget *parent, const QString &cap
 void WizardForm::Form_Unload()
 {
     hide();
-    if (frmDoc *document = m_workspace.AnyDocumentOpen() ? m_workspace.current() : nullptr)
-        document->Text->SetFocus();
+    m_workspace.FocusCurrentDocument();
 }
 
 void WizardForm::done(int result)
@@ -52,9 +51,7 @@ void WizardForm::refuse(const QString &text, int style, QWidget *field)
 void ShowWizard(WizardForm &form)
 {
     form.Form_Load();
-    form.adjustSize();
-    CenterForm(&form);
-    form.open();
+    ShowCentred(form);
 }
 
 bool MayReplaceSelection(Workspace &workspace)
