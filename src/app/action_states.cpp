@@ -77,8 +77,7 @@ void ActionStates::follow(frmDoc *document)
                           << connect(text, &EditingSurface::CanUndoChanged, this, &ActionStates::updateActions)
                           << connect(&document->state(), &DocumentState::dirtyChanged, this, &ActionStates::updateActions)
                           << connect(&document->state(), &DocumentState::captionChanged, this, &ActionStates::updateActions)
-                          << connect(&document->state(), &DocumentState::formatChanged, this, &ActionStates::updateActions);
-            // A reopen answered No leaves the encoding, but the item's own click moved its mark.
+                          << connect(&document->state(), &DocumentState::formatChanged, this, &ActionStates::showEncoding);
             if (QAction *encodings = m_items[FileEncoding]) {
                 QMenu *menu = encodings->menu();
                 if (!menu->findChild<QActionGroup *>()) {
@@ -90,11 +89,12 @@ void ActionStates::follow(frmDoc *document)
                     }
                 }
                 for (QAction *item : menu->actions())
-                    m_connections << connect(item, &QAction::triggered, this, &ActionStates::updateActions);
+                    m_connections << connect(item, &QAction::triggered, this, &ActionStates::showEncoding);
             }
         }
         m_workspace.status.follow(document ? document->Text : nullptr);
         m_workspace.status.followFormat(document ? &document->state() : nullptr);
+        showEncoding();
     }
     updateActions();
 }
@@ -131,13 +131,19 @@ void ActionStates::updateActions()
     setEnabled(m_items[EditPaste], canPaste);
     setEnabled(m_items[EditUndo], canUndo);
     setEnabled(m_items[HTMLUcase], !document->state().binary);
-    // A submenu has no handler of its own; its items show the encoding in use.
-    if (QAction *encodings = m_items[FileEncoding]) {
+    // A submenu has no handler of its own.
+    if (QAction *encodings = m_items[FileEncoding])
         encodings->setEnabled(!untitled);
-        const int current = int(document->state().format().encoding) + 1;
-        for (QAction *item : encodings->menu()->actions())
-            item->setChecked(item->objectName() == QStringLiteral("mnuFileEncoding(%1)").arg(current));
-    }
+}
+
+void ActionStates::showEncoding()
+{
+    QAction *encodings = m_followed ? m_items[FileEncoding] : nullptr;
+    if (!encodings)
+        return;
+    const QString current = QStringLiteral("mnuFileEncoding(%1)").arg(int(m_followed->state().format().encoding) + 1);
+    for (QAction *item : encodings->menu()->actions())
+        item->setChecked(item->objectName() == current);
 }
 
 void ActionStates::showToolbars()

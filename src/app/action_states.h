@@ -35,6 +35,9 @@ private:
     void follow(frmDoc *document);
     void onDocumentClosed();
     void showToolbars();
+    // The encoding items mark the one the followed document's file is in; a reopen answered No
+    // leaves the encoding, but the item's own click moved the mark.
+    void showEncoding();
     void setEnabled(QAction *action, bool enabled) const;
 
     // The followed document's items that follow its state, found once when it comes to the front.
