@@ -456,7 +456,8 @@ DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress)
             holdSeparators(result);
         return result;
     };
-    if (const auto bom = bomOf(bytes)) {
+    const auto bom = bomOf(bytes);
+    if (bom) {
         if (decodeInto(result, bytes, bom->length, bom->encoding, progress))
             return done();
         // FF FE 00 00 may also be UTF-16 that starts with U+0000.
@@ -471,7 +472,9 @@ DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress)
         decodeInto(result, bytes, 0, *declared, progress);
         return done();
     }
-    if (decodeInto(result, bytes, 0, TextEncoding::Utf8, progress))
+    // Behind a UTF-8 mark that failed, the whole file isn't UTF-8 either.
+    const bool utf8Failed = bom && bom->encoding == TextEncoding::Utf8;
+    if (!utf8Failed && decodeInto(result, bytes, 0, TextEncoding::Utf8, progress))
         return done();
     if (declaredSingleByte) {
         decodeInto(result, bytes, 0, *declared, progress);
@@ -558,11 +561,22 @@ QByteArray encodeSingleByte(const QString &text, TextEncoding e, qsizetype *unen
 
 QByteArray encodeWide(const QString &crlfText, const FileFormat &format, qsizetype *unencodable)
 {
+    const bool wide32 = format.encoding == TextEncoding::Utf32Le || format.encoding == TextEncoding::Utf32Be;
+    // UTF-32 has no unit for an unpaired surrogate; UTF-16 keeps it as it is.
+    for (qsizetype i = 0; wide32 && i < crlfText.size(); ++i) {
+        const QChar c = crlfText[i];
+        if (c.isHighSurrogate() && i + 1 < crlfText.size() && crlfText[i + 1].isLowSurrogate()) {
+            ++i;
+        } else if (c.isSurrogate()) {
+            if (unencodable)
+                *unencodable = i;
+            return QByteArray();
+        }
+    }
     QString text = crlfText;
     if (format.lineEnd != LineEndStyle::CrLf)
         text.replace(QLatin1String("\r\n"), QString(QLatin1Char(lineEndByte(format.lineEnd))));
     const bool big = format.encoding == TextEncoding::Utf16Be || format.encoding == TextEncoding::Utf32Be;
-    const bool wide32 = format.encoding == TextEncoding::Utf32Le || format.encoding == TextEncoding::Utf32Be;
     QByteArray bytes;
     bytes.reserve((text.size() + 1) * (wide32 ? 4 : 2));
     const auto put = [&bytes, big](char32_t unit, int width) {
@@ -580,10 +594,6 @@ QByteArray encodeWide(const QString &crlfText, const FileFormat &format, qsizety
         if (QChar::isHighSurrogate(c) && i + 1 < text.size() && text[i + 1].isLowSurrogate()) {
             put(QChar::surrogateToUcs4(c, text[i + 1].unicode()), 4);
             ++i;
-        } else if (QChar::isSurrogate(c)) {
-            if (unencodable) // the position in the CR LF text: line ends before it are counted
-                *unencodable = i + (format.lineEnd != LineEndStyle::CrLf ? QStringView(text).left(i).count(QLatin1Char(lineEndByte(format.lineEnd))) : 0);
-            return QByteArray();
         } else {
             put(c, 4);
         }
