@@ -6,10 +6,12 @@
 #include "core/document_window.h"
 #include "core/editing_surface.h"
 #include "core/main_window.h"
+#include "markup/configure_dialog.h"
 #include "markup/highlighter.h"
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QRandomGenerator>
 #include <QTextCursor>
 
@@ -217,4 +219,34 @@ static bench::Register uppercaseBench("uppercase", [] {
     doc->Text->Undo();
     bench::report("uppercase", "undo_one_line_11264_tags", msSince(t), "ms");
     closeDocument(doc);
+});
+
+// Configure Editor's OK after a text-font change, carried to ten open, coloured 1 MB pages.
+static bench::Register configureBench("configure", [] {
+    pw::Application program(pw::platform());
+    pw::Workspace &ws = program.workspace();
+    program.main().resize(1024, 720);
+    program.main().show();
+    QCoreApplication::processEvents();
+
+    const QString page = bench::generatePage(1024 * 1024);
+    std::vector<pw::frmDoc *> docs;
+    for (int i = 0; i < 10; ++i) {
+        docs.push_back(openPage(ws, page));
+        pw::HighlightDocument(ws, *docs.back());
+    }
+    QCoreApplication::processEvents();
+    pw::frmConfigure *form = pw::ShowConfigure(ws, &program.main());
+    // What the font dialog would have left: the text class one point larger.
+    ws.fonts.text.Size = qint16(ws.fonts.text.Size + 1);
+    form->Tag = QStringLiteral("CT");
+    QElapsedTimer t;
+    t.start();
+    form->Command1->click();
+    const double okMs = msSince(t);
+    QCoreApplication::processEvents();
+    bench::report("configure", "ok_text_font_10_pages_1mb", okMs, "ms",
+                  QStringLiteral("\"with_repaint_ms\": %1").arg(msSince(t), 0, 'f', 1));
+    for (pw::frmDoc *doc : docs)
+        closeDocument(doc);
 });
