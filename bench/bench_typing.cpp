@@ -20,7 +20,7 @@ QString oneLinePage(pw::EditingSurface &surface, qint64 bytes)
 {
     QString page = bench::generatePage(bytes);
     page.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    surface.setText(page);
+    surface.loadText(page, {}); // as a file opens
     pw::FontClass tag;
     tag.Name = QStringLiteral("Arial");
     tag.Size = 8;

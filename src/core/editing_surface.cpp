@@ -13,26 +13,58 @@ namespace {
 
 constexpr double kTwipsPerPixel = 15.0;
 
-// A piece of a file as the document takes it: every line end (CR LF, CR or LF) one '\n', in one pass.
-QString lineEndsAsSeparators(QStringView piece)
+// The pieces of a file as the document takes them: every line end (CR LF, CR or LF) one '\n', in
+// one pass, and a line longer than a display block broken into blocks, after a '>' or a blank in its
+// last quarter where there is one. Kept from piece to piece, so a line may run across pieces.
+class DisplayBlocks
 {
-    QString out(piece.size(), Qt::Uninitialized);
-    QChar *o = out.data();
-    const QChar *end = piece.end();
-    for (const QChar *c = piece.begin(); c != end; ++c) {
-        if (*c == QLatin1Char('\r')) {
-            *o++ = QLatin1Char('\n');
-            if (c + 1 != end && c[1] == QLatin1Char('\n'))
-                ++c;
-        } else if (*c == QChar::ParagraphSeparator) {
-            *o++ = QLatin1Char('\n');
-        } else {
+public:
+    explicit DisplayBlocks(int limit) : m_limit(limit) {}
+
+    QString convert(QStringView piece)
+    {
+        QString out(piece.size() + piece.size() / (m_limit / 2) + 2, Qt::Uninitialized);
+        QChar *const begin = out.data();
+        QChar *o = begin;
+        int good = -1; // index in out just behind the last '>' or blank of this block
+        const QChar *end = piece.end();
+        for (const QChar *c = piece.begin(); c != end; ++c) {
+            if (*c == QLatin1Char('\r') || *c == QLatin1Char('\n') || *c == QChar::ParagraphSeparator) {
+                *o++ = QLatin1Char('\n');
+                if (*c == QLatin1Char('\r') && c + 1 != end && c[1] == QLatin1Char('\n'))
+                    ++c;
+                m_column = 0;
+                good = -1;
+                continue;
+            }
+            // A block is broken only when more of its line follows, never inside a surrogate pair.
+            if (m_column >= m_limit && !(o != begin && o[-1].isHighSurrogate())) {
+                // Behind the good place when it lies in the block's last quarter and in this piece.
+                const int at = good > 0 && int(o - begin) - good < m_limit / 4 ? good : int(o - begin);
+                std::move_backward(begin + at, o, o + 1);
+                begin[at] = QLatin1Char('\n');
+                ++o;
+                breaks.push_back(m_written + at);
+                m_column = int(o - begin) - at - 1;
+                good = -1;
+            }
             *o++ = *c;
+            ++m_column;
+            if (*c == QLatin1Char('>') || *c == QLatin1Char(' '))
+                good = int(o - begin);
         }
+        out.truncate(o - begin);
+        m_written += int(out.size());
+        return out;
     }
-    out.truncate(o - out.data());
-    return out;
-}
+
+    std::vector<int> breaks; // document positions
+
+private:
+    int m_limit;
+    int m_column = 0;
+    int m_written = 0;
+};
 
 } // namespace
 
@@ -109,10 +141,37 @@ EditingSurface::~EditingSurface() = default;
 
 // --- Mapping ----------------------------------------------------------------------------------
 
+int EditingSurface::breaksBefore(int documentPosition) const
+{
+    return int(std::lower_bound(m_breaks.begin(), m_breaks.end(), documentPosition) - m_breaks.begin());
+}
+
+bool EditingSurface::isBreak(int documentPosition) const
+{
+    return std::binary_search(m_breaks.begin(), m_breaks.end(), documentPosition);
+}
+
+bool EditingSurface::endsInBreak(const QTextBlock &block) const
+{
+    return !m_breaks.empty() && isBreak(block.position() + block.length() - 1);
+}
+
+// Each separator before counts one in the document; a line end counts two in Text, a break none.
 int EditingSurface::toSurface(int documentPosition) const
 {
     const QTextBlock block = document()->findBlock(documentPosition);
-    return documentPosition + (block.isValid() ? block.blockNumber() : document()->blockCount() - 1);
+    const int separators = block.isValid() ? block.blockNumber() : document()->blockCount() - 1;
+    return documentPosition + separators - (m_breaks.empty() ? 0 : 2 * breaksBefore(documentPosition));
+}
+
+int EditingSurface::surfaceStart(const QTextBlock &block) const
+{
+    return toSurface(block.position());
+}
+
+int EditingSurface::lineSpan(const QTextBlock &block) const
+{
+    return block.length() - 1 + (block.next().isValid() && !endsInBreak(block) ? 2 : 0);
 }
 
 int EditingSurface::toDocument(int position) const
@@ -122,19 +181,21 @@ int EditingSurface::toDocument(int position) const
     // The block holding position p is the last one whose surface start (its document start plus
     // one for each line end before it) is at most p. Its number is at most that of the block at
     // document position p.
-    QTextBlock upper = doc->findBlock(position);
+    // (A break adds one to the document and nothing to Text, so it may lie further on.)
+    QTextBlock upper = doc->findBlock(position + int(m_breaks.size()));
     int lo = 0;
     int hi = upper.isValid() ? upper.blockNumber() : doc->blockCount() - 1;
     while (lo < hi) {
         const int mid = (lo + hi + 1) / 2;
-        if (doc->findBlockByNumber(mid).position() + mid <= position)
+        if (surfaceStart(doc->findBlockByNumber(mid)) <= position)
             lo = mid;
         else
             hi = mid - 1;
     }
+    // At a break the position is the start of the block behind it.
     const QTextBlock block = doc->findBlockByNumber(lo);
     // A position between CR and LF falls back to the end of the line.
-    return qMin(position - lo, block.position() + block.length() - 1);
+    return qMin(block.position() + position - surfaceStart(block), block.position() + block.length() - 1);
 }
 
 QTextCursor EditingSurface::cursorFor(int docFrom, int docTo) const
@@ -147,17 +208,41 @@ QTextCursor EditingSurface::cursorFor(int docFrom, int docTo) const
 
 // --- Text -------------------------------------------------------------------------------------
 
+void EditingSurface::textPieces(const std::function<void(QStringView, bool)> &take) const
+{
+    const QString raw = document()->toRawText();
+    const QStringView all(raw);
+    auto nextBreak = m_breaks.begin();
+    qsizetype from = 0;
+    for (qsizetype end = all.indexOf(QChar::ParagraphSeparator); end >= 0;
+         end = all.indexOf(QChar::ParagraphSeparator, from)) {
+        while (nextBreak != m_breaks.end() && *nextBreak < end)
+            ++nextBreak;
+        const bool lineEnd = nextBreak == m_breaks.end() || *nextBreak != end;
+        take(all.mid(from, end - from), lineEnd);
+        from = end + 1;
+    }
+    take(all.mid(from), false);
+}
+
 QString EditingSurface::Text() const
 {
-    QString t = document()->toRawText();
-    t.replace(QChar::ParagraphSeparator, QLatin1String("\r\n"));
+    QString t(TextLength(), Qt::Uninitialized);
+    QChar *out = t.data();
+    textPieces([&](QStringView stretch, bool lineEnd) {
+        out = std::copy(stretch.begin(), stretch.end(), out);
+        if (lineEnd) {
+            *out++ = QLatin1Char('\r');
+            *out++ = QLatin1Char('\n');
+        }
+    });
     return t;
 }
 
 int EditingSurface::TextLength() const
 {
     const QTextDocument *doc = document();
-    return doc->characterCount() - 1 + doc->blockCount() - 1;
+    return doc->characterCount() - 1 + doc->blockCount() - 1 - 2 * int(m_breaks.size());
 }
 
 QString EditingSurface::Mid(int start, int length) const
@@ -167,11 +252,11 @@ QString EditingSurface::Mid(int start, int length) const
     if (start >= end)
         return out;
     QTextBlock block = document()->findBlock(toDocument(start));
-    int blockStart = block.position() + block.blockNumber();
+    int blockStart = surfaceStart(block);
     for (; block.isValid() && blockStart < end; block = block.next()) {
         const QString line = lineText(block);
         const int lineEnd = int(line.size());
-        const int span = lineEnd + (block.next().isValid() ? 2 : 0);
+        const int span = lineSpan(block);
         const int a = qMax(start, blockStart) - blockStart;
         const int b = qMin(end, blockStart + span) - blockStart;
         if (a < lineEnd)
@@ -200,6 +285,7 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
     loaded->setUndoRedoEnabled(false);
     loaded->setDefaultFont(document()->defaultFont());
     loaded->setDocumentMargin(document()->documentMargin());
+    DisplayBlocks blocks(DisplayBlock);
     for (qsizetype from = 0; from < text.size();) {
         qsizetype to = qMin(text.size(), from + piece);
         if (to < text.size()) {
@@ -211,7 +297,7 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
         }
         QTextCursor end(loaded);
         end.movePosition(QTextCursor::End);
-        end.insertText(lineEndsAsSeparators(QStringView(text).mid(from, to - from)));
+        end.insertText(blocks.convert(QStringView(text).mid(from, to - from)));
         from = to;
         if (progress && !progress(from, text.size())) {
             delete loaded;
@@ -221,6 +307,7 @@ bool EditingSurface::loadText(const QString &text, const std::function<bool(qint
     EventBatch batch(*this);
     m_classes.reset(loaded->characterCount() - 1, code);
     adoptDocument(loaded);
+    m_breaks = std::move(blocks.breaks);
     clearUndo();
     setSelStart(0);
     m_batchedChange = true;
@@ -261,9 +348,12 @@ void EditingSurface::setSelLength(int length)
 
 QString EditingSurface::SelText() const
 {
-    QString t = textCursor().selectedText();
-    t.replace(QChar::ParagraphSeparator, QLatin1String("\r\n"));
-    return t;
+    if (m_breaks.empty()) {
+        QString t = textCursor().selectedText();
+        t.replace(QChar::ParagraphSeparator, QLatin1String("\r\n"));
+        return t;
+    }
+    return Mid(SelStart(), SelLength());
 }
 
 void EditingSurface::setSelText(const QString &text)
@@ -274,7 +364,7 @@ void EditingSurface::setSelText(const QString &text)
 FormattedFragment EditingSurface::selectionFragment() const
 {
     const QTextCursor c = textCursor();
-    return capture(c.selectionStart(), c.selectionEnd());
+    return capture(c.selectionStart(), c.selectionEnd()).withoutBreaks();
 }
 
 QString EditingSurface::SelRTF() const
@@ -314,6 +404,7 @@ void EditingSurface::replaceRange(int from, int to, const FormattedFragment &wit
     const int end = c.position();
     c.endEditBlock();
     m_incoming = nullptr;
+    addBreaks(from, with.breaks);
     if (record) {
         --m_internal;
         op.inserted = end - from;
@@ -432,6 +523,8 @@ bool EditingSurface::Undo()
         c.removeSelectedText();
         c.insertText(it->removed.text);
         m_classes.replace(it->position, it->inserted, codesOf(it->removed));
+        moveBreaks(it->position, it->inserted, int(it->removed.text.size()));
+        addBreaks(it->position, it->removed.breaks);
         back.inserted = c.position() - it->position;
         caret = c.position();
         restyleAround(it->position, caret);
@@ -497,6 +590,7 @@ void EditingSurface::onContentsChange(int position, int removed, int added)
     if (m_restyling > 0)
         return; // layout formats only
     if (m_bytesKept == 0) {
+        moveBreaks(position, removed, added);
         if (m_incoming && m_incoming->size() == added) {
             m_classes.replace(position, removed, *m_incoming);
         } else {
@@ -622,10 +716,37 @@ void EditingSurface::keyPressEvent(QKeyEvent *e)
     handleKey(e);
 }
 
+// A display break is no character: Backspace and Delete reach the character beyond it, and a caret
+// move that only crossed it goes on by one more. True when the key was handled here.
+bool EditingSurface::stepOverBreak(QKeyEvent *e)
+{
+    const int key = e->key();
+    QTextCursor c = textCursor();
+    if (!c.hasSelection() && (key == Qt::Key_Backspace || key == Qt::Key_Delete)) {
+        const int at = c.position();
+        const bool before = key == Qt::Key_Backspace && c.atBlockStart() && isBreak(at - 1);
+        const bool after = key == Qt::Key_Delete && c.atBlockEnd() && isBreak(at);
+        if (before || after) {
+            c.setPosition(before ? at - 1 : at + 1);
+            setCursor(c);
+        }
+        return false;
+    }
+    if (key != Qt::Key_Left && key != Qt::Key_Right)
+        return false;
+    const int from = toSurface(c.position());
+    QPlainTextEdit::keyPressEvent(e);
+    if (toSurface(textCursor().position()) == from)
+        QPlainTextEdit::keyPressEvent(e);
+    return true;
+}
+
 // A key that edits, with what its KeyPress handler wrote first, is one undo step.
 void EditingSurface::handleKey(QKeyEvent *e)
 {
     const int key = e->key();
+    if (!m_breaks.empty() && stepOverBreak(e))
+        return;
     const int shift = shiftStateOf(e->modifiers());
     const QString text = e->text();
     int keyAscii = 0;

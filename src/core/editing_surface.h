@@ -9,6 +9,7 @@
 #include <QTextLayout>
 
 #include <functional>
+#include <vector>
 
 namespace pw {
 
@@ -17,6 +18,11 @@ namespace pw {
 //
 // Positions count from 0 over Text, where a line end is CR LF and counts two; inside, the
 // document holds one separator per line end, and positions are mapped in O(log n) by block.
+// A loaded line longer than DisplayBlock characters is held in display blocks of bounded length
+// (broken after a '>' or a blank where one is near), joined by separators that count nothing in
+// Text, SelStart, Find, saving, copying or undo: only the shown blocks of such a line are ever laid
+// out, and an edit lays out one block, not the line. The breaks' document positions are kept sorted
+// beside the text and moved with every edit.
 //
 // Character classes: one class byte per character, kept beside the text (a gap buffer over the
 // document's characters) and moved with every edit through the document's change signal; the
@@ -40,6 +46,8 @@ class EditingSurface : public QPlainTextEdit
 public:
     // Options of Find, summed.
     enum FindOption { WholeWord = 2, MatchCase = 4, NoHighlight = 8 };
+    // The longest display block a loaded line is held in.
+    static constexpr int DisplayBlock = 4096;
     // Standard editing keys, which go to the program's own operations.
     enum class EditCommand { Copy, Cut, Paste, Undo };
 
@@ -48,6 +56,8 @@ public:
 
     // --- Properties ----------------------------------------------------------------------
     QString Text() const; // the whole text, with CR LF line ends: a full copy
+    // The text in stretches, each followed by a line end or not, without a copy of the whole.
+    void textPieces(const std::function<void(QStringView stretch, bool lineEnd)> &take) const;
     void setText(const QString &text);
     // setText for a whole file: written in pieces (of about a megabyte), each ending at a line end
     // where there is one, with progress(done, total) after each; returning false stops the load,
@@ -207,6 +217,14 @@ private:
 
     int toDocument(int position) const;
     int toSurface(int documentPosition) const;
+    // Display breaks (document positions of separators that are no line end).
+    int breaksBefore(int documentPosition) const;
+    bool isBreak(int documentPosition) const;
+    bool endsInBreak(const QTextBlock &block) const;
+    int surfaceStart(const QTextBlock &block) const; // where the block starts in Text
+    int lineSpan(const QTextBlock &block) const;     // its length in Text, with its CR LF if any
+    void moveBreaks(int position, int removed, int added);
+    void addBreaks(int position, const QList<int> &offsets);
     FormattedFragment selectionFragment() const;
     void insertFragment(const FormattedFragment &fragment); // replaces the selection
     void onContentsChange(int position, int removed, int added);
@@ -223,6 +241,7 @@ private:
     void setUndo(QList<UndoOp> ops);
     template<typename F> void asUserEdit(bool typing, F &&edit);
     void handleKey(QKeyEvent *e);
+    bool stepOverBreak(QKeyEvent *e);
     QTextCursor cursorFor(int docFrom, int docTo) const;
     int stopForward(int from, const QString &set, bool stopInSet) const;
     int stopBackward(int from, const QString &set, bool stopInSet) const;
@@ -234,6 +253,7 @@ private:
     bool m_lastWasTyping = false;
     int m_internal = 0;             // >0 while the surface itself edits
     ClassBytes m_classes;           // one per document character but the last separator
+    std::vector<int> m_breaks;      // display breaks, ascending
     QList<FontClass> m_otherFonts;  // the fonts of codes from FirstOther on
     int m_caretCode = -1;           // the class set at the caret, until the caret moves
     int m_caretCodeAt = -1;

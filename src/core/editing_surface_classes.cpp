@@ -78,6 +78,7 @@ void EditingSurface::adoptDocument(QTextDocument *loaded)
         delete old;
     m_docChars = loaded->characterCount();
     m_cachedLine = -1;
+    m_breaks.clear();
     ++m_generation;
     connect(loaded, &QTextDocument::contentsChange, this, &EditingSurface::onContentsChange);
 }
@@ -135,7 +136,10 @@ uchar EditingSurface::codeAt(int documentPosition) const
 {
     const QTextBlock block = document()->findBlock(documentPosition);
     int i = documentPosition;
-    if (!(documentPosition == block.position() && block.length() > 1))
+    // Behind a display break the character before is the one before the break.
+    if (documentPosition == block.position() && isBreak(documentPosition - 1))
+        i -= 2;
+    else if (!(documentPosition == block.position() && block.length() > 1))
         --i;
     if (i < 0)
         return m_firstLineCode;
@@ -173,7 +177,28 @@ FormattedFragment EditingSurface::capture(int from, int to) const
             runStart = i;
         }
     }
+    for (auto at = std::lower_bound(m_breaks.begin(), m_breaks.end(), from); at != m_breaks.end() && *at < to; ++at)
+        f.breaks.append(*at - from);
     return f;
+}
+
+void EditingSurface::moveBreaks(int position, int removed, int added)
+{
+    if (m_breaks.empty())
+        return;
+    const auto first = std::lower_bound(m_breaks.begin(), m_breaks.end(), position);
+    const auto last = std::lower_bound(first, m_breaks.end(), position + removed);
+    for (auto at = last; at != m_breaks.end(); ++at)
+        *at += added - removed;
+    m_breaks.erase(first, last);
+}
+
+void EditingSurface::addBreaks(int position, const QList<int> &offsets)
+{
+    for (const int offset : offsets) {
+        const int at = position + offset;
+        m_breaks.insert(std::lower_bound(m_breaks.begin(), m_breaks.end(), at), at);
+    }
 }
 
 void EditingSurface::setCodes(int from, int to, uchar code)
@@ -268,7 +293,7 @@ FontClass EditingSurface::fontAt(int position) const
 {
     const int d = toDocument(position);
     const QTextBlock block = document()->findBlock(d);
-    return fontOf(codeAt(d == block.position() ? d : qMin(d + 1, block.position() + block.length() - 1)));
+    return fontOf(d < block.position() + block.length() - 1 ? m_classes.at(d) : codeAt(d));
 }
 
 void EditingSurface::formatRange(int start, int length, const FontClass &font)
@@ -290,11 +315,11 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     const auto toDoc = [&](int position) {
         if (!block.isValid() || position < blockStart) {
             block = doc->findBlock(toDocument(position));
-            blockStart = block.position() + block.blockNumber();
+            blockStart = surfaceStart(block);
         }
         for (;;) {
             const QTextBlock next = block.next();
-            const int span = block.length() - 1 + (next.isValid() ? 2 : 0);
+            const int span = lineSpan(block);
             if (!next.isValid() || position < blockStart + span)
                 break;
             blockStart += span;
@@ -356,20 +381,27 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     const QByteArray oldCodes = m_classes.mid(from, to - from);
     QString text;
     QByteArray codes;
+    QList<int> breaks; // the display breaks of the copied stretches, where they land
     text.reserve(before.text.size());
     codes.reserve(oldCodes.size());
     int done = from; // document position up to which the stretch is copied
+    auto nextBreak = before.breaks.cbegin();
+    const auto copyUpTo = [&](int until) {
+        for (; nextBreak != before.breaks.cend() && from + *nextBreak < until; ++nextBreak)
+            if (from + *nextBreak >= done)
+                breaks.append(int(text.size()) + from + *nextBreak - done);
+        text += QStringView(before.text).mid(done - from, until - done);
+        codes += QByteArrayView(oldCodes).sliced(done - from, until - done);
+    };
     for (const Rewrite &r : std::as_const(rewrites)) {
         if (r.from < done)
             continue; // overlapping: the earlier one stands
-        text += QStringView(before.text).mid(done - from, r.from - done);
-        codes += QByteArrayView(oldCodes).sliced(done - from, r.from - done);
+        copyUpTo(r.from);
         text += r.text;
         codes += QByteArray(r.text.size(), oldCodes[r.from - from]);
         done = r.to;
     }
-    text += QStringView(before.text).mid(done - from);
-    codes += QByteArrayView(oldCodes).sliced(done - from);
+    copyUpTo(to);
     const bool sameLength = text.size() == before.text.size();
     // The stretch keeps its length: the caret and the selection stay where they stood.
     const QTextCursor caret = textCursor();
@@ -384,6 +416,7 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     c.insertText(text);
     c.endEditBlock();
     m_incoming = nullptr;
+    addBreaks(from, breaks);
     if (sameLength && (textCursor().anchor() != anchor || textCursor().position() != position)) {
         QTextCursor back = textCursor();
         back.setPosition(anchor);

@@ -55,15 +55,19 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
         const QStringMatcher matcher(parts.first(), cs);
         const int docFrom = toDocument(from);
         QTextBlock block = document()->findBlock(docFrom);
-        int number = block.blockNumber();
         int offset = docFrom - block.position();
-        for (; block.isValid() && found < 0; block = block.next(), ++number, offset = 0) {
-            const int blockStart = block.position() + number;
+        int blockStart = surfaceStart(block);
+        for (; block.isValid() && found < 0; blockStart += lineSpan(block), block = block.next(), offset = 0) {
             if (blockStart + offset + size > to)
                 break;
-            const QString text = lineText(block); // shared, not copied: the cache may move on
+            QString text = lineText(block); // shared, not copied: the cache may move on
+            const bool broken = endsInBreak(block);
             if (parts.size() == 1) {
-                for (qsizetype i = matcher.indexIn(text, offset); i >= 0; i = matcher.indexIn(text, i + 1)) {
+                // A hit may run on into the display blocks behind a break; it starts in this one.
+                const qsizetype own = text.size();
+                if (broken)
+                    text += Mid(blockStart + int(own), size - 1);
+                for (qsizetype i = matcher.indexIn(text, offset); i >= 0 && i < own; i = matcher.indexIn(text, i + 1)) {
                     const int pos = blockStart + int(i);
                     if (pos + size > to)
                         return -1;
@@ -75,22 +79,24 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
                 continue;
             }
             // Several lines: the first part ends this line, the middle parts are whole lines and the
-            // last part begins the line after them.
-            const qsizetype i = text.size() - parts.first().size();
-            if (i < offset || QStringView(text).mid(i).compare(parts.first(), cs) != 0)
+            // last part begins the line after them (read through Text, which knows no breaks).
+            if (broken)
                 continue;
-            QTextBlock next = block.next();
-            bool match = true;
-            for (qsizetype k = 1; k < parts.size() && match; ++k, next = next.next()) {
-                if (!next.isValid()) {
-                    match = false;
-                    break;
-                }
-                const QString line = next.text();
-                match = k + 1 < parts.size() ? line.compare(parts[k], cs) == 0
-                                             : line.startsWith(parts[k], cs);
+            const int lineEnd = blockStart + int(text.size());
+            const int pos = lineEnd - int(parts.first().size());
+            if (pos < from || Mid(pos, int(parts.first().size())).compare(parts.first(), cs) != 0)
+                continue;
+            bool match = block.next().isValid();
+            int at = lineEnd + 2;
+            for (qsizetype k = 1; k < parts.size() && match; ++k) {
+                const int length = int(parts[k].size());
+                const QString line = Mid(at, length + 2);
+                match = k + 1 < parts.size() ? line.size() == length + 2 && line.endsWith(QLatin1String("\r\n"))
+                                                   && QStringView(line).left(length).compare(parts[k], cs) == 0
+                                             : QStringView(line).left(length).compare(parts[k], cs) == 0
+                                                   && line.size() >= length;
+                at += length + 2;
             }
-            const int pos = blockStart + int(i);
             if (match && pos + size > to)
                 return -1;
             if (match && boundaryOk(pos))
@@ -107,11 +113,11 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
 int EditingSurface::stopForward(int from, const QString &set, bool stopInSet) const
 {
     QTextBlock block = document()->findBlock(toDocument(from));
-    int blockStart = block.position() + block.blockNumber();
+    int blockStart = surfaceStart(block);
     int offset = from - blockStart;
     for (; block.isValid(); block = block.next(), offset = 0) {
         const QString text = block.text();
-        const int span = int(text.size()) + (block.next().isValid() ? 2 : 0);
+        const int span = lineSpan(block);
         for (; offset < span; ++offset) {
             const QChar c = offset < text.size() ? text[offset]
                                                  : QLatin1Char(offset == text.size() ? '\r' : '\n');
@@ -126,7 +132,7 @@ int EditingSurface::stopForward(int from, const QString &set, bool stopInSet) co
 int EditingSurface::stopBackward(int from, const QString &set, bool stopInSet) const
 {
     QTextBlock block = document()->findBlock(toDocument(from));
-    int blockStart = block.position() + block.blockNumber();
+    int blockStart = surfaceStart(block);
     int offset = from - blockStart; // the character before the caret is offset - 1
     while (block.isValid()) {
         const QString text = block.text();
@@ -139,7 +145,7 @@ int EditingSurface::stopBackward(int from, const QString &set, bool stopInSet) c
         block = block.previous();
         if (!block.isValid())
             break;
-        offset = block.length() + 1; // the text and its CR LF
+        offset = lineSpan(block); // the text and its CR LF, if it ends a line
         blockStart -= offset;
     }
     return 0;

@@ -33,6 +33,23 @@ FormattedFragment FormattedFragment::mid(int offset, int length) const
         if (runStart >= offset + length)
             break;
     }
+    for (const int at : breaks)
+        if (at >= offset && at < offset + length)
+            f.breaks.append(at - offset);
+    return f;
+}
+
+FormattedFragment FormattedFragment::withoutBreaks() const
+{
+    if (breaks.isEmpty())
+        return *this;
+    FormattedFragment f;
+    int from = 0;
+    for (const int at : breaks) {
+        f.append(mid(from, at - from));
+        from = at + 1;
+    }
+    f.append(mid(from, int(text.size()) - from));
     return f;
 }
 
@@ -49,6 +66,8 @@ FormattedFragment FormattedFragment::plain(const QString &text, const FontClass 
 
 void FormattedFragment::append(const FormattedFragment &other)
 {
+    for (const int at : other.breaks)
+        breaks.append(int(text.size()) + at);
     int offset = 0;
     for (const Run &run : other.runs) {
         append(other.text.mid(offset, run.length), run.font);

@@ -16,14 +16,16 @@ struct FormattedFragment {
     };
     QString text;
     QList<Run> runs;
+    // Offsets of the '\n's that only break a long line for display: no line end, no character.
+    QList<int> breaks;
 
     bool isEmpty() const { return text.isEmpty(); }
-    // Length as the surface counts it: a line end is two characters.
-    int surfaceLength() const { return int(text.size() + text.count(QLatin1Char('\n'))); }
     void append(const QString &piece, const FontClass &font);
     void append(const FormattedFragment &other);
     // The characters [offset, offset + length) with their formats.
     FormattedFragment mid(int offset, int length) const;
+    // The fragment as the user's text: the display breaks taken out.
+    FormattedFragment withoutBreaks() const;
     // A fragment of plain text in one font; any line end becomes one '\n'.
     static FormattedFragment plain(const QString &text, const FontClass &font);
 

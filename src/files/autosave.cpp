@@ -45,28 +45,34 @@ bool WriteAutoSaveFile(const QString &path, const EditingSurface &surface, QStri
     };
     if (!file.open(QIODevice::WriteOnly))
         return failed();
-    // One copy of the text, encoded a piece at a time into a reused buffer; the document's block
-    // separators become CR LF on the way, as Text would give them.
-    const QString raw = surface.document()->toRawText();
-    const QStringView all(raw);
+    // The text stretch by stretch, encoded a piece at a time into a reused buffer, with CR LF
+    // where Text has its line ends.
     constexpr qsizetype PieceChars = 64 * 1024;
     QStringEncoder utf8(QStringEncoder::Utf8);
     QByteArray buffer(utf8.requiredSpace(PieceChars) + 8, Qt::Uninitialized);
-    for (qsizetype at = 0; at < all.size(); at += PieceChars) {
-        const QStringView piece = all.mid(at, PieceChars);
-        char *out = buffer.data();
-        qsizetype from = 0;
-        for (qsizetype end = piece.indexOf(QChar::ParagraphSeparator); end >= 0;
-             end = piece.indexOf(QChar::ParagraphSeparator, from)) {
-            out = utf8.appendToBuffer(out, piece.mid(from, end - from));
+    char *out = buffer.data();
+    bool written = true;
+    const auto flush = [&] {
+        written = written && file.write(buffer.constData(), out - buffer.constData()) >= 0;
+        out = buffer.data();
+    };
+    surface.textPieces([&](QStringView stretch, bool lineEnd) {
+        for (qsizetype at = 0; at < stretch.size(); at += PieceChars) {
+            const QStringView piece = stretch.mid(at, PieceChars);
+            if (out - buffer.constData() + utf8.requiredSpace(piece.size()) + 2 > buffer.size())
+                flush();
+            out = utf8.appendToBuffer(out, piece);
+        }
+        if (lineEnd) {
+            if (out - buffer.constData() + 2 > buffer.size())
+                flush();
             *out++ = '\r';
             *out++ = '\n';
-            from = end + 1;
         }
-        out = utf8.appendToBuffer(out, piece.mid(from));
-        if (file.write(buffer.constData(), out - buffer.constData()) < 0)
-            return failed();
-    }
+    });
+    flush();
+    if (!written)
+        return failed();
     if (file.commit())
         return true;
     if (error)

@@ -129,22 +129,7 @@ private:
         return aborted ? WalkEnd::Escaped : WalkEnd::Done;
     }
 
-    // Text, built in one pass over the raw document.
-    static QString surfaceText(const EditingSurface &surface)
-    {
-        const QString raw = surface.document()->toRawText();
-        QString text(surface.TextLength(), Qt::Uninitialized);
-        QChar *out = text.data();
-        for (QChar c : raw) {
-            if (c == QChar::ParagraphSeparator) {
-                *out++ = QLatin1Char('\r');
-                *out++ = QLatin1Char('\n');
-            } else {
-                *out++ = c;
-            }
-        }
-        return text;
-    }
+    static QString surfaceText(const EditingSurface &surface) { return surface.Text(); }
 
     // Adjacent ranges of one font go as one.
     void queueFont(int start, int length, const FontClass *font)

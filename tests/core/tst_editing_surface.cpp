@@ -51,6 +51,13 @@ private Q_SLOTS:
         QTest::newRow("many short lines") << QString("<P>x</P>\r\n").repeated(30);
         QTest::newRow("one line of three pieces") << QString(3 * 16 + 5, QLatin1Char('z'));
         QTest::newRow("blank lines only") << QString("\r\n").repeated(40);
+        // Lines longer than a display block.
+        const int bound = EditingSurface::DisplayBlock;
+        QTest::newRow("long line without a good break") << QString(2 * bound + 7, QLatin1Char('z'));
+        QTest::newRow("long line of tags") << QString("<P>ab</P> ").repeated(bound / 3) + "\r\nend";
+        QTest::newRow("bound inside a surrogate pair")
+            << QString(bound - 1, QLatin1Char('a')) + QString::fromUtf8("\xF0\x9F\x98\x80") + "b";
+        QTest::newRow("line end right at the bound") << QString(bound, QLatin1Char('a')) + "\r\nb";
     }
     void pieceBoundariesKeepTheText()
     {
@@ -58,6 +65,15 @@ private Q_SLOTS:
         int steps = 0;
         QVERIFY(s->loadText(text, [&steps](qint64 done, qint64 total) { return ++steps && done <= total; }, 16));
         QVERIFY(s->Text() == text);
+        QCOMPARE(s->TextLength(), int(text.size()));
+        QVERIFY(s->Mid(1, int(text.size())) == text.mid(1));
+        select(0, int(text.size()));
+        QVERIFY(s->SelText() == text);
+        // Display blocks are bounded, and a line is broken no more often than it must be.
+        const int lines = int(text.count('\n')) + 1;
+        QVERIFY(s->document()->blockCount() - lines <= text.size() / (EditingSurface::DisplayBlock * 3 / 4));
+        for (QTextBlock b = s->document()->firstBlock(); b.isValid(); b = b.next())
+            QVERIFY(b.length() - 1 <= EditingSurface::DisplayBlock + 1); // a pair is never parted
         QVERIFY(steps >= 2);
         QCOMPARE(s->SelStart(), 0);
         QVERIFY(!s->CanUndo());
@@ -176,6 +192,68 @@ private Q_SLOTS:
         select(1, 4);
         s->Span(" >", true, true);
         QCOMPARE(s->SelText(), QString("A"));
+    }
+
+    // A loaded line longer than a display block is held in several; the breaks between them are no
+    // characters to the keys, Find, the selection or undo. Each row acts at the first break.
+    void aLongLineActsAsOne_data()
+    {
+        QTest::addColumn<int>("caret"); // from the break
+        QTest::addColumn<QString>("keys"); // "<" Left, ">" Right, "{" Shift+Right, "\b", "#" Delete, "e" End
+        QTest::addColumn<int>("removedAt"); // from the break; with the count, what the keys took
+        QTest::addColumn<int>("removed");
+        QTest::addColumn<int>("selStart"); // from the break
+        QTest::newRow("Right across") << -1 << ">>" << 0 << 0 << 1;
+        QTest::newRow("Left across") << 1 << "<<" << 0 << 0 << -1;
+        QTest::newRow("Shift+Right across") << -1 << "{{" << 0 << 0 << -1;
+        QTest::newRow("Backspace at the break") << 0 << "\b" << -1 << 1 << -1;
+        QTest::newRow("Delete before the break") << -1 << ">#" << 0 << 1 << 0;
+        QTest::newRow("typed over a selection across") << -2 << "{{{{x" << -2 << 4 << -2;
+    }
+    void aLongLineActsAsOne()
+    {
+        QFETCH(int, caret);
+        QFETCH(QString, keys);
+        QFETCH(int, removedAt);
+        QFETCH(int, removed);
+        QFETCH(int, selStart);
+        QString text;
+        for (int i = 0; text.size() < 3 * EditingSurface::DisplayBlock; ++i)
+            text += QStringLiteral("<A HREF=\"p%1.html\">%1</A> ").arg(i);
+        QVERIFY(s->loadText(text, {}));
+        const int blocks = s->document()->blockCount();
+        QVERIFY(blocks >= 3);
+        const int at = s->document()->firstBlock().length() - 1; // the first break, in Text
+        QCOMPARE(s->Find(text.mid(at - 3, 7), at - 3), at - 3);
+        s->setSelStart(at + caret);
+        for (const QChar key : keys) {
+            const int code = key == '<' ? Qt::Key_Left : key == '>' || key == '{' ? Qt::Key_Right
+                           : key == '#' ? Qt::Key_Delete : key == '\b' ? Qt::Key_Backspace : 0;
+            if (code)
+                QTest::keyClick(s, Qt::Key(code), key == '{' ? Qt::ShiftModifier : Qt::NoModifier);
+            else
+                QTest::keyClicks(s, key);
+        }
+        QString after = text;
+        after.remove(at + removedAt, removed);
+        if (keys.endsWith('x'))
+            after.insert(at + removedAt, 'x');
+        QVERIFY(s->Text() == after);
+        QCOMPARE(s->SelStart(), at + selStart + (keys.endsWith('x') ? 1 : 0));
+        if (keys == "{{")
+            QCOMPARE(s->SelText(), text.mid(at - 1, 2));
+        // What the keys took comes back with its break, as one block no longer than before.
+        if (removed) {
+            QVERIFY(s->Undo());
+            QVERIFY(s->Text() == text);
+            QCOMPARE(s->document()->blockCount(), blocks);
+        }
+        // End and Home keep to the text: what is typed there lands where SelStart says.
+        QTest::keyClick(s, Qt::Key_End);
+        const int end = s->SelStart();
+        QTest::keyClicks(s, "E");
+        QCOMPARE(s->Mid(end, 1), QString("E"));
+        QCOMPARE(s->TextLength(), int(text.size()) + (removed ? 1 : int(after.size() - text.size()) + 1));
     }
 
     // Each row is one undo step; undoing again undoes the undo, fonts and all. Keys are typed

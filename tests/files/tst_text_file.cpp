@@ -129,6 +129,7 @@ private Q_SLOTS:
         QTest::newRow("CR LF") << QByteArray("<P>a</P>\r\n<P>b</P>\r\n") << utf8CrLf << QString() << QString();
         QTest::newRow("CR") << QByteArray("<P>a</P>\r<P>b</P>\r") << utf8Cr << QString() << QString();
         QTest::newRow("no line end") << QByteArray("<P>") << utf8CrLf << QString() << QString();
+        QTest::newRow("one long line") << QByteArray("<P>ab</P> ").repeated(1000) + "\n<P>" << utf8Lf << QString() << QString();
         QTest::newRow("empty file") << QByteArray() << utf8CrLf << QString() << QString();
         QTest::newRow("UTF-8") << page.toUtf8() + "\n" << utf8Lf << page + "\r\n" << QString();
         QTest::newRow("UTF-8 with BOM") << QByteArray("\xEF\xBB\xBF<P>caf\xC3\xA9</P>\r\n\r\n") << utf8Bom << QString() << QString();

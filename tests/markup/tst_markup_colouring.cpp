@@ -30,7 +30,7 @@ class TestMarkupColouring : public ProgramTest
     // Loads text in the text font, as opening a file does, and clears the dirty flag.
     void load(const QString &content, int caret = 0)
     {
-        text().setText(content);
+        text().loadText(content, {});
         text().formatRange(0, text().TextLength(), ws().fonts.text);
         text().setSelStart(caret);
         doc->state().setDirty(false);
@@ -64,6 +64,12 @@ private Q_SLOTS:
         row("comment in a quoted value", "<A HREF=\"<!--x-->\">t", runs("h17 t3"));
         row("tag over a line end", "<IMG\r\nSRC=x>y", "hhhh//hhhhhht");
         row("empty text", "", "");
+        // Lines longer than a display block, broken inside a tag.
+        const QString longValue(5000, QLatin1Char('x'));
+        row("a tag across display blocks", "a<IMG ALT=\"" + longValue + "\">b", "t" + runs("h5012") + "t");
+        const QString longText(4090, QLatin1Char('t'));
+        QTest::newRow("upper case across display blocks") << longText + "<img src=x>" << true << longText + "<IMG SRC=X>"
+                                                          << runs("t4090 h11");
         QTest::newRow("upper case keeps quoted values") << "<a href=\"Page.htm\">x" << true
                                                         << "<A HREF=\"Page.htm\">x" << runs("h19 t1");
         QTest::newRow("upper case keeps text") << "<b>bold</b>" << true << "<B>bold</B>" << runs("h3 t4 h4");

@@ -94,11 +94,12 @@ private Q_SLOTS:
         frmDoc *second = program->newDocument();
         frmDoc *third = program->newDocument();
         first->Text->setText("<P>caf\u00e9 \u20ac</P>\r\n\r\nline \U0001F600 end\r\n");
-        // Long enough to be written in several pieces, with a surrogate pair across a piece's edge.
+        // Long enough to be written in several pieces, with a surrogate pair across a piece's edge;
+        // its first line is held in display blocks.
         QString big = QString(64 * 1024 - 1, 'x') + QStringLiteral("\U0001F600");
         while (big.size() < 200000)
             big += QStringLiteral("<TD>\u00fcber</TD>\r\n");
-        second->Text->setText(big);
+        second->Text->loadText(big, {});
         third->unloadQuietly(); // a closed document's slot is skipped
         first->state().setDirty(true);
         second->state().setDirty(false);
