@@ -84,6 +84,7 @@ QString FormKindCaption(FormKind kind)
 void frmForm::buildPages()
 {
     TabStrip1 = named<QTabWidget>("TabStrip1", this);
+    TabStrip1->setUsesScrollButtons(false); // all eleven tabs in sight
     QFormLayout *page[FormKindCount];
     for (int i = 0; i < FormKindCount; ++i) {
         const KindRow &row = Kinds[i];
