@@ -135,6 +135,20 @@ void frmForm::Form_Load()
         TabStrip1->setTabToolTip(0, tip);
         setWindowTitle(QStringLiteral("Form: ") + FormKindCaption(m_kind));
     }
+    if (m_kind == FormKind::Select)
+        if (const frmDoc *document = m_workspace.current())
+            m_found = SelectAround(document->Text->Text(), document->Text->SelStart());
+    if (m_found) {
+        const FormElementOptions &o = m_found->options;
+        tbSelectName->setText(o.name);
+        tbSelectSize->setText(o.size);
+        ckbSelectMultiple->setChecked(o.multiple);
+        for (const QString &entry : o.entries) {
+            lstSelectionOptions->addItem(entry);
+            if (IsSelectedOptionEntry(entry))
+                ckbSelectOptionSelected->setEnabled(false);
+        }
+    }
     TabStrip1->setCurrentWidget(Picture1[int(m_kind) - 1]);
     TabStrip1_Click();
 }
@@ -271,6 +285,11 @@ void frmForm::Place_Click(FormKind kind)
     }
     if (frmDoc *document = m_workspace.current()) {
         const FormMarkup markup = FormElementMarkup(o);
+        if (m_found && kind == FormKind::Select) {
+            document->Text->setSelStart(m_found->from);
+            document->Text->setSelLength(m_found->length);
+            m_found.reset();
+        }
         PlacePieces(m_workspace, *document, markup.pieces);
         if (markup.caretBack)
             document->Text->setSelStart(document->Text->SelStart() - markup.caretBack);
@@ -314,6 +333,7 @@ void frmForm::ClearTab_Click(FormKind kind)
         empty({tbSelectName}); // the size stays
         ckbSelectMultiple->setChecked(false);
         Command20_Click();
+        m_found.reset(); // a new select goes in at the caret
         break;
     case FormKind::Submit:
         empty({tbSubmitValue, tbSubmitExtraTag});

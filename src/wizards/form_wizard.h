@@ -1,6 +1,7 @@
 #pragma once
 
 #include "wizards/form_markup.h"
+#include "wizards/read_back.h"
 #include "wizards/wizard_conduct.h"
 
 class QCheckBox;
@@ -112,6 +113,8 @@ private:
     FormKind kindOfTab(int index) const;
 
     FormKind m_kind;
+    // The select the caret stood in when the wizard opened for a Select: Place Select replaces it.
+    std::optional<FoundConstruct<FormElementOptions>> m_found;
     NumberPair *m_passwordSize = nullptr, *m_selectSize = nullptr, *m_textSize = nullptr;
     NumberPair *m_maxLength = nullptr, *m_rows = nullptr, *m_cols = nullptr;
 };

@@ -158,8 +158,44 @@ void frmList::buildPages()
 
 void frmList::Form_Load()
 {
-    TabStrip1->setCurrentIndex(0);
+    if (const frmDoc *document = m_workspace.current())
+        m_found = ListAround(document->Text->Text(), document->Text->SelStart());
+    if (m_found)
+        showList(m_found->options);
+    TabStrip1->setCurrentIndex(m_found ? int(m_found->options.kind) : 0);
     TabStrip1_Click();
+}
+
+void frmList::showList(const ListOptions &options)
+{
+    switch (options.kind) {
+    case ListKind::Ordered:
+        tbOrderedStart->setText(options.start);
+        opOrderedType[qBound(0, options.type, 4)]->setChecked(true);
+        break;
+    case ListKind::Unordered:
+        opUnorderedType[qBound(0, options.type, 3)]->setChecked(true);
+        break;
+    case ListKind::Menu:
+        break;
+    case ListKind::Definition:
+        ckbCompact->setChecked(options.compact);
+        break;
+    }
+    for (const ListEntry &entry : options.entries)
+        addEntry(options.kind, entry);
+}
+
+void frmList::addEntry(ListKind kind, const ListEntry &entry)
+{
+    if (kind != ListKind::Definition) {
+        list(kind)->addItem(entry.text);
+        return;
+    }
+    auto *item = new QListWidgetItem(JoinedDefinition(entry));
+    item->setData(TermRole, entry.text);
+    item->setData(DefinitionRole, entry.definition);
+    lstDefinition->addItem(item);
 }
 
 void frmList::TabStrip1_Click()
@@ -231,11 +267,7 @@ ListOptions frmList::options(ListKind kind) const
 void frmList::Add_Click(ListKind kind)
 {
     if (kind == ListKind::Definition) {
-        const ListEntry entry{linesOf(tbTerm), linesOf(tbDefinition)};
-        auto *item = new QListWidgetItem(JoinedDefinition(entry));
-        item->setData(TermRole, entry.text);
-        item->setData(DefinitionRole, entry.definition);
-        lstDefinition->addItem(item);
+        addEntry(kind, {linesOf(tbTerm), linesOf(tbDefinition)});
         tbTerm->clear();
         tbDefinition->clear();
         tbTerm->setFocus();
@@ -244,7 +276,7 @@ void frmList::Add_Click(ListKind kind)
     auto *box = static_cast<QLineEdit *>(firstField(kind));
     if (TrimTrailing(box->text()).isEmpty())
         return;
-    list(kind)->addItem(box->text());
+    addEntry(kind, {box->text(), QString()});
     box->clear();
     box->setFocus();
 }
@@ -277,8 +309,14 @@ void frmList::PlaceList_Click(ListKind kind)
     // no loop and it comes back still modal.
     hide();
     m_workspace.slots.RefreshDocuments();
-    if (frmDoc *document = m_workspace.current())
+    if (frmDoc *document = m_workspace.current()) {
+        if (m_found && m_found->options.kind == kind) {
+            document->Text->setSelStart(m_found->from);
+            document->Text->setSelLength(m_found->length);
+            m_found.reset();
+        }
         PlacePieces(m_workspace, *document, pieces);
+    }
     show();
     activateWindow();
     ClearList_Click(kind);
@@ -306,6 +344,9 @@ void frmList::ClearList_Click(ListKind kind)
         break;
     }
     list(kind)->clear();
+    // A cleared tab starts a new list at the caret; the one read back stays as it is.
+    if (m_found && m_found->options.kind == kind)
+        m_found.reset();
     firstField(kind)->setFocus();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "wizards/list_markup.h"
+#include "wizards/read_back.h"
 #include "wizards/wizard_conduct.h"
 
 class QCheckBox;
@@ -19,7 +20,8 @@ constexpr int ListActionCount = 6;
 
 // "List Wizard": the entries of a list collected and ordered in a list box on one of four tabs,
 // and placed at the caret in one step. It stays open after placing, the tab cleared for the next
-// list; "Exit" closes it.
+// list; "Exit" closes it. Opened with the caret inside a list, it shows that list, and its tab's
+// Place puts the list back in its place.
 class frmList : public WizardForm
 {
     Q_OBJECT
@@ -68,6 +70,11 @@ public:
 
 private:
     void buildPages();
+    void addEntry(ListKind kind, const ListEntry &entry);
+    void showList(const ListOptions &options);
+
+    // The list the caret stood in when the wizard opened: its tab's Place replaces it.
+    std::optional<FoundConstruct<ListOptions>> m_found;
 };
 
 // mnuListDesign and imgList.

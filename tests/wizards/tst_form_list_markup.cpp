@@ -2,6 +2,7 @@
 #include "core/app_state.h"
 #include "wizards/form_markup.h"
 #include "wizards/list_markup.h"
+#include "wizards/read_back.h"
 
 using namespace pw;
 
@@ -236,6 +237,71 @@ private Q_SLOTS:
     {
         QCOMPARE(JoinedDefinition({QStringLiteral("term"), QStringLiteral("what it means")}),
                  QStringLiteral("term\u00FEwhat it means"));
+    }
+
+    // Text with "^" for the caret; the stretch a found construct covers and what placing its
+    // options again writes, or "none".
+    void readBack_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("stretch");
+        QTest::addColumn<QString>("placed");
+        const QString ol = "<OL START=\"3\" TYPE=\"a\">\r\n    <LI>one\r\n    <LI>two  \r\n</OL>\r\n";
+        QTest::newRow("a placed list") << "<P>\r\n" + QString(ol).replace("one", "o^ne") + "<P>" << ol << ol;
+        QTest::newRow("caret on the start tag's name") << "<O^L>\r\n    <LI>a\r\n</OL>" << "<OL>\r\n    <LI>a\r\n</OL>"
+                                                       << "<OL>\r\n    <LI>a\r\n</OL>\r\n";
+        QTest::newRow("caret in front of the list") << "^<UL>\r\n    <LI>a\r\n</UL>" << "none" << "none";
+        const QString inner = "<OL>\r\n    <LI>b\r\n</OL>\r\n";
+        QTest::newRow("the innermost of two") << "<UL>\r\n    <LI>a\r\n<OL>\r\n    <LI>^b\r\n</OL>\r\n</UL>\r\n" << inner << inner;
+        const QString outer = "<UL>\r\n    <LI>a\r\n<OL>\r\n    <LI>b\r\n</OL>\r\n</UL>\r\n";
+        QTest::newRow("a list inside an entry stays its text") << QString(outer).replace("<LI>a", "<LI>^a") << outer << outer;
+        QTest::newRow("lower case, compact") << "<dl compact>\r\n<dt>te^rm\r\n<dd>means\r\n</dl>"
+                                             << "<dl compact>\r\n<dt>term\r\n<dd>means\r\n</dl>"
+                                             << "<DL COMPACT>\r\n    <DT>term\r\n        <DD>means\r\n</DL>\r\n";
+        QTest::newRow("a definition without a term") << "<DL>\r\n<DD>^x\r\n</DL>\r\n" << "<DL>\r\n<DD>x\r\n</DL>\r\n"
+                                                     << "<DL>\r\n    <DT>\r\n        <DD>x\r\n</DL>\r\n";
+        QTest::newRow("an empty menu") << "<MENU>\r\n^\r\n</MENU>\r\n" << "<MENU>\r\n\r\n</MENU>\r\n" << "<MENU>\r\n\r\n</MENU>\r\n";
+        QTest::newRow("indented, type in capitals") << "<P>\r\n  <UL TYPE=DISC>\r\n  <LI>^x</LI>\r\n  </UL>\r\n"
+                                                     << "  <UL TYPE=DISC>\r\n  <LI>x</LI>\r\n  </UL>\r\n"
+                                                     << "<UL TYPE=\"disc\">\r\n    <LI>x</LI>\r\n</UL>\r\n";
+        QTest::newRow("an attribute with no field") << "<OL CLASS=x>\r\n<LI>^a\r\n</OL>" << "none" << "none";
+        QTest::newRow("a type not offered") << "<OL TYPE=\"x\">\r\n<LI>^a\r\n</OL>" << "none" << "none";
+        QTest::newRow("text before the first entry") << "<UL>\r\nintro ^\r\n<LI>a\r\n</UL>" << "none" << "none";
+        QTest::newRow("an entry tag with attributes") << "<OL>\r\n<LI VALUE=3>^a\r\n</OL>" << "none" << "none";
+        QTest::newRow("no end tag") << "<OL>\r\n<LI>^a\r\n" << "none" << "none";
+        const QString select = "    <SELECT NAME=\"c\" SIZE=\"1\" MULTIPLE>\r\n        <OPTION>Red\r\n"
+                               "        <OPTION SELECTED>Green\r\n    </SELECT>\r\n";
+        QTest::newRow("a placed select") << QString(select).replace("Green", "Gr^een") << select << select;
+        QTest::newRow("options as written") << "<select name=x><option value=1>One</option><option>T^wo</select>"
+                                            << "<select name=x><option value=1>One</option><option>Two</select>"
+                                            << "    <SELECT NAME=\"x\" SIZE=\"\">\r\n        <option value=1>One</option>\r\n"
+                                               "        <option>Two\r\n    </SELECT>\r\n";
+        QTest::newRow("a select attribute with no field") << "<SELECT NAME=a ID=b>^</SELECT>" << "none" << "none";
+    }
+    void readBack()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, stretch);
+        QFETCH(QString, placed);
+        const int caret = int(text.indexOf(QLatin1Char('^')));
+        text.remove(caret, 1);
+        QString foundStretch = QStringLiteral("none");
+        QString foundPlaced = QStringLiteral("none");
+        if (text.contains(QLatin1String("ELECT"), Qt::CaseInsensitive)) {
+            if (const auto found = SelectAround(text, caret)) {
+                foundStretch = text.mid(found->from, found->length);
+                foundPlaced.clear();
+                for (const MarkupPiece &p : FormElementMarkup(found->options).pieces)
+                    foundPlaced += p.text;
+            }
+        } else if (const auto found = ListAround(text, caret)) {
+            foundStretch = text.mid(found->from, found->length);
+            foundPlaced.clear();
+            for (const MarkupPiece &p : ListPieces(found->options))
+                foundPlaced += p.text;
+        }
+        QCOMPARE(foundStretch, stretch);
+        QCOMPARE(foundPlaced, placed);
     }
 };
 

@@ -359,6 +359,61 @@ private Q_SLOTS:
         QCOMPARE(doc->Text->Text(), QStringLiteral("<BODY>\r\n<DL COMPACT>\r\n    <DT>x\u00FEy\r\n        <DD>z\r\n</DL>\r\n\r\n</BODY>"));
         QVERIFY(!form->ckbCompact->isChecked());
     }
+
+    // Opened with the caret inside a list or a select, the wizard shows it; its Place puts it back
+    // where it stood, with what was changed.
+    void roundTrip_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("text"); // "^" is the caret
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<int>("entries");
+        QTest::addColumn<QString>("moveUp");
+        QTest::addColumn<QString>("place");
+        QTest::addColumn<QString>("placed");
+        QTest::newRow("ordered") << "mnuListDesign"
+                                 << "<BODY>\r\n<OL START=\"3\" TYPE=\"a\">\r\n    <LI>o^ne\r\n    <LI>two\r\n</OL>\r\n</BODY>"
+                                 << "lstOrdered" << 2 << "Command5" << "Command6"
+                                 << "<BODY>\r\n<OL START=\"3\" TYPE=\"a\">\r\n    <LI>two\r\n    <LI>one\r\n</OL>\r\n</BODY>";
+        QTest::newRow("definition") << "imgList" << "<DL>\r\n<DT>a\r\n<DD>^b\r\n<DT>c\r\n<DD>d\r\n</DL>\r\n<P>"
+                                    << "lstDefinition" << 2 << "Command23" << "Command24"
+                                    << "<DL>\r\n    <DT>c\r\n        <DD>d\r\n    <DT>a\r\n        <DD>b\r\n</DL>\r\n<P>";
+        const QString select = "<FORM>\r\n    <SELECT NAME=\"c\" SIZE=\"2\">\r\n        <OPTION SELECTED>Red\r\n"
+                               "        <OPTION>Blue\r\n    </SELECT>\r\n</FORM>";
+        QTest::newRow("select") << "mnuFormSelect" << QString(select).replace("Blue", "Bl^ue") << "lstSelectionOptions" << 2
+                                << "" << "Command17" << select;
+    }
+    void roundTrip()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, text);
+        QFETCH(QString, list);
+        QFETCH(int, entries);
+        QFETCH(QString, moveUp);
+        QFETCH(QString, place);
+        QFETCH(QString, placed);
+        const int caret = int(text.indexOf(QLatin1Char('^')));
+        doc->Text->setText(text.remove(caret, 1));
+        doc->Text->setSelStart(caret);
+        QVERIFY(open(command));
+        auto *shown = field<QListWidget>(list);
+        QVERIFY(shown->isVisible());
+        QCOMPARE(shown->count(), entries);
+        if (auto *form = qobject_cast<frmForm *>(wizard())) {
+            QCOMPARE(form->tbSelectSize->text(), QStringLiteral("2"));
+            QVERIFY(!form->ckbSelectOptionSelected->isEnabled()); // one is selected already
+        }
+        if (!moveUp.isEmpty()) {
+            shown->setCurrentRow(1);
+            click(moveUp);
+        }
+        click(place);
+        QCOMPARE(doc->Text->Text(), placed);
+        QVERIFY(wizard());
+        QCOMPARE(shown->count(), 0);
+        QVERIFY(doc->Text->Undo()); // one step
+        QCOMPARE(doc->Text->Text(), text);
+    }
 };
 
 PW_TEST_MAIN(TestFormListWizards)
