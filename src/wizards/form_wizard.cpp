@@ -54,7 +54,7 @@ QString NumberPair::text() const
 void NumberPair::box_Change(const QString &text)
 {
     if (!IsNumeric(text)) {
-        m_bar->setValue(0);
+        follow(0);
         if (!text.isEmpty())
             m_box->setText(QString());
         return;
@@ -65,14 +65,21 @@ void NumberPair::box_Change(const QString &text)
         m_box->setText(numberText(typed < 0 ? 0 : NumberMax));
         return;
     }
-    m_bar->setValue(int(typed));
+    follow(int(typed));
+}
+
+void NumberPair::follow(int value)
+{
+    // What is being typed stays as typed ("2." on the way to "2.5"); the box shows the whole
+    // number when it is left.
+    m_following = true;
+    m_bar->setValue(value);
+    m_following = false;
 }
 
 void NumberPair::bar_Change(int value)
 {
-    // The box being typed in keeps what is typed ("2." on the way to "2.5"); it takes the whole
-    // number when it is left.
-    if (!m_box->hasFocus() && m_box->text() != numberText(value))
+    if (!m_following && m_box->text() != numberText(value))
         m_box->setText(numberText(value));
 }
 

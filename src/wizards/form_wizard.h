@@ -16,9 +16,9 @@ class QTabWidget;
 namespace pw {
 
 // A number box and its bar, 0 to 32767, kept in step: 0 and the empty box both mean unset. A
-// letter wipes the box, a fraction rounds, a number out of range is held at the nearest end. While
-// the box is typed in, the bar follows it without writing back, so the caret never jumps; the box
-// takes the bar's whole number when it is left.
+// letter wipes the box, a fraction rounds, a number out of range is held at the nearest end. The
+// bar follows the box without writing back, so the caret never jumps; the box takes the bar's whole
+// number when it is left, and follows the bar when the bar is moved.
 class NumberPair : public QObject
 {
     Q_OBJECT
@@ -32,9 +32,11 @@ private:
     void box_Change(const QString &text);
     void bar_Change(int value);
     void box_LostFocus();
+    void follow(int value);
 
     QLineEdit *m_box;
     QScrollBar *m_bar;
+    bool m_following = false; // the bar is being set from the box
 };
 
 // "Form Wizard": one tab per kind of form element, each with a Place and a "&Clear Tab" button.
