@@ -344,6 +344,7 @@ private Q_SLOTS:
     }
 
     // A term may hold the separator: it is kept apart from the definition, only shown joined.
+    // With colouring off, the list goes in whole in the font at the caret.
     void definitionKeepsItsHalves()
     {
         QVERIFY(open("mnuListDesign"));
@@ -355,8 +356,10 @@ private Q_SLOTS:
         click("Command20");
         QCOMPARE(form->lstDefinition->item(0)->text(), QStringLiteral("x\u00FEy\u00FEz"));
         form->ckbCompact->click();
+        ws().options.setChecked(Option::Highlight, false); // then tags take the caret's font, as typing does
         click("Command24");
         QCOMPARE(doc->Text->Text(), QStringLiteral("<BODY>\r\n<DL COMPACT>\r\n    <DT>x\u00FEy\r\n        <DD>z\r\n</DL>\r\n\r\n</BODY>"));
+        QCOMPARE(classesOf(QStringLiteral("    <DT>x")), QStringLiteral("ttttttttt"));
         QVERIFY(!form->ckbCompact->isChecked());
     }
 
