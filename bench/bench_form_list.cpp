@@ -115,6 +115,11 @@ static bench::Register formListBench("formlist", [] {
         const double ms = msSince(t);
         bench::report("formlist", QStringLiteral("place_%1_entry_list_into_1mb_coloured").arg(entries), ms, "ms",
                       QStringLiteral("\"pieces\": %1, \"chars\": %2").arg(2 * entries + 2).arg(doc->Text->TextLength() - before));
+        const int inside = doc->Text->SelStart() - 10; // in the last entry
+        t.start();
+        const auto found = pw::ListAround(doc->Text->Text(), inside);
+        bench::report("formlist", QStringLiteral("read_back_%1_entry_list_in_1mb").arg(entries), msSince(t), "ms",
+                      QStringLiteral("\"entries_found\": %1").arg(found ? found->options.entries.size() : -1));
         list->Command1->click();
         doc->unloadQuietly();
         QCoreApplication::processEvents();
