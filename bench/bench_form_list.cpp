@@ -54,8 +54,9 @@ static bench::Register formListBench("formlist", [] {
         return;
     file.write(bench::generatePage(1024 * 1024).toUtf8());
     file.close();
-    const int entries = qEnvironmentVariableIsSet("PAGEWRIGHT_BENCH_LIST") ? qEnvironmentVariableIntValue("PAGEWRIGHT_BENCH_LIST")
-                                                                            : 10000;
+    const int entries = qEnvironmentVariableIsSet("PAGEWRIGHT_BENCH_LIST")
+                            ? qEnvironmentVariableIntValue("PAGEWRIGHT_BENCH_LIST")
+                            : 10000;
     const int options = entries / 10;
 
     const auto openPage = [&]() -> pw::frmDoc * {
@@ -113,13 +114,17 @@ static bench::Register formListBench("formlist", [] {
         t.start();
         list->PlaceList_Click(pw::ListKind::Ordered);
         const double ms = msSince(t);
-        bench::report("formlist", QStringLiteral("place_%1_entry_list_into_1mb_coloured").arg(entries), ms, "ms",
-                      QStringLiteral("\"pieces\": %1, \"chars\": %2").arg(2 * entries + 2).arg(doc->Text->TextLength() - before));
+        bench::report("formlist", QStringLiteral("place_%1_entry_list_into_1mb_coloured").arg(entries), ms,
+                      "ms",
+                      QStringLiteral("\"pieces\": %1, \"chars\": %2")
+                          .arg(2 * entries + 2)
+                          .arg(doc->Text->TextLength() - before));
         const int inside = doc->Text->SelStart() - 10; // in the last entry
         t.start();
         const auto found = pw::ListAround(doc->Text->Text(), inside);
-        bench::report("formlist", QStringLiteral("read_back_%1_entry_list_in_1mb").arg(entries), msSince(t), "ms",
-                      QStringLiteral("\"entries_found\": %1").arg(found ? found->options.entries.size() : -1));
+        bench::report(
+            "formlist", QStringLiteral("read_back_%1_entry_list_in_1mb").arg(entries), msSince(t), "ms",
+            QStringLiteral("\"entries_found\": %1").arg(found ? found->options.entries.size() : -1));
         list->Command1->click();
         doc->unloadQuietly();
         QCoreApplication::processEvents();
@@ -141,8 +146,11 @@ static bench::Register formListBench("formlist", [] {
         t.start();
         form->Place_Click(pw::FormKind::Select);
         const double ms = msSince(t);
-        bench::report("formlist", QStringLiteral("place_%1_option_select_into_1mb_coloured").arg(options), ms, "ms",
-                      QStringLiteral("\"pieces\": %1, \"chars\": %2").arg(2 * options + 2).arg(doc->Text->TextLength() - before));
+        bench::report("formlist", QStringLiteral("place_%1_option_select_into_1mb_coloured").arg(options), ms,
+                      "ms",
+                      QStringLiteral("\"pieces\": %1, \"chars\": %2")
+                          .arg(2 * options + 2)
+                          .arg(doc->Text->TextLength() - before));
         form->Command1->click();
         doc->unloadQuietly();
         QCoreApplication::processEvents();
@@ -164,7 +172,8 @@ static bench::Register formListBench("formlist", [] {
             for (const pw::MarkupPiece &piece : pieces)
                 pw::WritePiece(*doc->Text, piece);
         }
-        bench::report("formlist", QStringLiteral("piecewise_%1_entry_list_into_1mb_coloured").arg(entries), msSince(t), "ms");
+        bench::report("formlist", QStringLiteral("piecewise_%1_entry_list_into_1mb_coloured").arg(entries),
+                      msSince(t), "ms");
         doc->unloadQuietly();
         QCoreApplication::processEvents();
     }

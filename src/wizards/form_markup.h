@@ -9,7 +9,9 @@
 namespace pw {
 
 // The eleven kinds of form element, in the order of the Form Wizard's tabs.
-enum class FormKind { Form = 1, Checkbox, Hidden, Option, Password, Radio, Reset, Select, Submit, Text, Textarea };
+enum class FormKind {
+    Form = 1, Checkbox, Hidden, Option, Password, Radio, Reset, Select, Submit, Text, Textarea
+};
 constexpr int FormKindCount = 11;
 
 // What a Form Wizard tab holds, as typed. Each kind reads only its own fields; the number fields

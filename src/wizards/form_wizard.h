@@ -68,7 +68,8 @@ public:
     QLineEdit *tbPasswordSize = nullptr;
     QScrollBar *hsPasswordSize = nullptr;
     // Radio
-    QLineEdit *tbRadioName = nullptr, *tbRadioValue = nullptr, *tbRadioText = nullptr, *tbRadioExtraTag = nullptr;
+    QLineEdit *tbRadioName = nullptr, *tbRadioValue = nullptr, *tbRadioText = nullptr,
+              *tbRadioExtraTag = nullptr;
     QCheckBox *ckbRadioChecked = nullptr;
     // Reset
     QLineEdit *tbResetValue = nullptr, *tbResetExtraTag = nullptr;

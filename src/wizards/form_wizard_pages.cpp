@@ -53,7 +53,8 @@ QLineEdit *box(QFormLayout *fields, const char *label, const char *name)
     return edit;
 }
 
-QScrollBar *numberRow(QFormLayout *fields, const char *label, QLineEdit *&edit, const char *boxName, const char *barName)
+QScrollBar *numberRow(QFormLayout *fields, const char *label, QLineEdit *&edit, const char *boxName,
+                      const char *barName)
 {
     edit = named<QLineEdit>(boxName);
     edit->setMaximumWidth(70);

@@ -23,7 +23,8 @@ namespace pw {
 namespace {
 
 const char *const TabCaptions[ListKindCount] = {"Ordered", "Unordered", "Menu", "Definition"};
-const char *const ActionCaptions[ListActionCount] = {"Add", "Delete", "Move Down", "Move Up", "Place List", "Clear List"};
+const char *const ActionCaptions[ListActionCount] = {"Add",     "Delete",     "Move Down",
+                                                     "Move Up", "Place List", "Clear List"};
 const int ButtonNumbers[ListActionCount][ListKindCount] = {
     {2, 13, 19, 20}, {3, 12, 18, 21}, {4, 11, 17, 22}, {5, 10, 16, 23}, {6, 9, 15, 24}, {7, 8, 14, 25},
 };
@@ -57,7 +58,8 @@ QGroupBox *typeFrame(QRadioButton **options, int count, const char *const *capti
 
 } // namespace
 
-frmList::frmList(Workspace &workspace, QWidget *parent) : WizardForm(workspace, parent, QStringLiteral("List Wizard"))
+frmList::frmList(Workspace &workspace, QWidget *parent)
+    : WizardForm(workspace, parent, QStringLiteral("List Wizard"))
 {
     buildPages();
     Command1 = named<QPushButton>(QStringLiteral("Command1"), QStringLiteral("Exit"));
@@ -72,12 +74,18 @@ frmList::frmList(Workspace &workspace, QWidget *parent) : WizardForm(workspace, 
 
     for (int k = 0; k < ListKindCount; ++k) {
         const auto kind = ListKind(k);
-        connect(buttons[int(ListAction::Add)][k], &QPushButton::clicked, this, [this, kind] { Add_Click(kind); });
-        connect(buttons[int(ListAction::Delete)][k], &QPushButton::clicked, this, [this, kind] { Delete_Click(kind); });
-        connect(buttons[int(ListAction::MoveDown)][k], &QPushButton::clicked, this, [this, kind] { Move_Click(kind, false); });
-        connect(buttons[int(ListAction::MoveUp)][k], &QPushButton::clicked, this, [this, kind] { Move_Click(kind, true); });
-        connect(buttons[int(ListAction::PlaceList)][k], &QPushButton::clicked, this, [this, kind] { PlaceList_Click(kind); });
-        connect(buttons[int(ListAction::ClearList)][k], &QPushButton::clicked, this, [this, kind] { ClearList_Click(kind); });
+        connect(buttons[int(ListAction::Add)][k], &QPushButton::clicked, this,
+                [this, kind] { Add_Click(kind); });
+        connect(buttons[int(ListAction::Delete)][k], &QPushButton::clicked, this,
+                [this, kind] { Delete_Click(kind); });
+        connect(buttons[int(ListAction::MoveDown)][k], &QPushButton::clicked, this,
+                [this, kind] { Move_Click(kind, false); });
+        connect(buttons[int(ListAction::MoveUp)][k], &QPushButton::clicked, this,
+                [this, kind] { Move_Click(kind, true); });
+        connect(buttons[int(ListAction::PlaceList)][k], &QPushButton::clicked, this,
+                [this, kind] { PlaceList_Click(kind); });
+        connect(buttons[int(ListAction::ClearList)][k], &QPushButton::clicked, this,
+                [this, kind] { ClearList_Click(kind); });
     }
     // A type chosen, typing goes on in the tab's text box.
     for (QRadioButton *option : opOrderedType)
@@ -126,7 +134,8 @@ void frmList::buildPages()
     auto *start = new QFormLayout;
     start->addRow(QStringLiteral("Start:"), tbOrderedStart);
     f->addLayout(start);
-    static const char *const ordered[] = {"1, 2, 3, ...", "A, B, C, ...", "a, b, c, ...", "I, II, III, ...", "i, ii, iii, ..."};
+    static const char *const ordered[] = {"1, 2, 3, ...", "A, B, C, ...", "a, b, c, ...", "I, II, III, ...",
+                                          "i, ii, iii, ..."};
     f->addWidget(typeFrame(opOrderedType, 5, ordered, QStringLiteral("opOrderedType")));
     lstOrdered = listBox(f, QStringLiteral("lstOrdered"));
 

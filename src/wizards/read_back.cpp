@@ -71,7 +71,8 @@ QList<Attribute> attributesOf(const QString &text, const Tag &tag)
         a.name = m.captured(1).toUpper();
         a.hasValue = m.capturedStart(2) >= 0;
         a.value = m.captured(2);
-        if (a.value.size() >= 2 && (a.value.front() == QLatin1Char('"') || a.value.front() == QLatin1Char('\'')))
+        if (a.value.size() >= 2 &&
+            (a.value.front() == QLatin1Char('"') || a.value.front() == QLatin1Char('\'')))
             a.value = a.value.mid(1, a.value.size() - 2);
         out.append(a);
     }
@@ -153,8 +154,8 @@ struct Entry {
 
 // The entries between from and to, split at the entry tags that stand outside nested lists.
 // Nothing when text stands in front of the first.
-std::optional<QList<Entry>> entriesIn(const QString &text, int from, int to, std::initializer_list<QLatin1String> names,
-                                      bool nested)
+std::optional<QList<Entry>> entriesIn(const QString &text, int from, int to,
+                                      std::initializer_list<QLatin1String> names, bool nested)
 {
     QList<QLatin1String> wanted(names);
     if (nested)
@@ -228,8 +229,9 @@ std::optional<FoundConstruct<ListOptions>> ListAround(const QString &text, int p
     }
 
     const bool definition = o.kind == ListKind::Definition;
-    const auto entries = definition ? entriesIn(text, open.end, close.start, {QLatin1String("DT"), QLatin1String("DD")}, true)
-                                    : entriesIn(text, open.end, close.start, {QLatin1String("LI")}, true);
+    const auto entries =
+        definition ? entriesIn(text, open.end, close.start, {QLatin1String("DT"), QLatin1String("DD")}, true)
+                   : entriesIn(text, open.end, close.start, {QLatin1String("LI")}, true);
     if (!entries)
         return std::nullopt;
     bool termOpen = false;
