@@ -4,6 +4,8 @@
 #include "core/main_window.h"
 #include "wizards/anchor_wizard.h"
 #include "wizards/base_font_wizard.h"
+#include "wizards/form_wizard.h"
+#include "wizards/list_wizard.h"
 #include "wizards/rule_wizard.h"
 #include "wizards/table_wizard.h"
 
@@ -21,6 +23,23 @@ void RegisterWizardCommands(CommandTable &table, const CommandContext &context)
     table.setDocumentHandler(QStringLiteral("mnuHRDefine"), [&ws, main](frmDoc &doc) { ShowRuleWizard(ws, doc, main); });
     table.setDocumentHandler(QStringLiteral("mnuFontBaseFont"), [&ws, main](frmDoc &) { ShowBaseFontWizard(ws, main); });
     both(QStringLiteral("mnuTableDesign"), Button::Table, [&ws, main](frmDoc &) { ShowTableWizard(ws, main); });
+    both(QStringLiteral("mnuListDesign"), Button::List, [&ws, main](frmDoc &) { ShowListWizard(ws, main); });
+
+    // Each Form item opens the wizard on its kind; Define Form and imgForm on the whole form.
+    const auto form = [&ws, main](FormKind kind) {
+        return [&ws, main, kind](frmDoc &) { ShowFormWizard(ws, main, kind); };
+    };
+    both(QStringLiteral("mnuFormForm"), Button::Form, form(FormKind::Form));
+    table.setDocumentHandler(QStringLiteral("mnuFormDefine"), form(FormKind::Form));
+    static const std::pair<const char *, FormKind> items[] = {
+        {"mnuFormCheckbox", FormKind::Checkbox}, {"mnuFormHidden", FormKind::Hidden},
+        {"mnuFormOption", FormKind::Option},     {"mnuFormPassword", FormKind::Password},
+        {"mnuFormRadio", FormKind::Radio},       {"mnuFormReset", FormKind::Reset},
+        {"mnuFormSelect", FormKind::Select},     {"mnuFormSubmit", FormKind::Submit},
+        {"mnuFormText", FormKind::Text},         {"mnuFormTextarea", FormKind::Textarea},
+    };
+    for (const auto &[item, kind] : items)
+        table.setDocumentHandler(QLatin1String(item), form(kind));
 }
 
 } // namespace pw

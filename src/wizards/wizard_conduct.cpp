@@ -83,6 +83,25 @@ void PieceBatch::write()
     m_surface.setSelRTF(m_fragment.serialize());
 }
 
+void PlacePieces(Workspace &workspace, frmDoc &document, const QList<MarkupPiece> &pieces)
+{
+    EditingSurface &surface = *document.Text;
+    EditingSurface::EditGroup oneStep(surface);
+    if (!workspace.options.isChecked(Option::Highlight)) {
+        QString all;
+        for (const MarkupPiece &piece : pieces)
+            all += piece.text;
+        surface.setSelText(all);
+        return;
+    }
+    // One fragment instead of a write per piece: a long list stays one change of the document.
+    PieceBatch batch(surface);
+    for (const MarkupPiece &piece : pieces)
+        batch.add(piece);
+    batch.write();
+    ApplyClassFont(surface, false);
+}
+
 LongGeneration::LongGeneration(Workspace &workspace, QDialog &dialog, frmDoc &document, const QString &statusText)
     : m_pass(workspace, statusText), m_oneStep(*document.Text)
 {

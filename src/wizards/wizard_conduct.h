@@ -87,6 +87,12 @@ private:
     FontClass m_text;
 };
 
+// Writes pieces at the caret as placing them one by one would: tags as PlaceSingleTag does (in the
+// tag font when colouring is on), texts straight into the selection (the text font PlaceSingleTag
+// leaves behind), or all of them in the caret's font when colouring is off. They replace the
+// selection as one change and one undo step; the caret ends behind them.
+void PlacePieces(Workspace &workspace, frmDoc &document, const QList<MarkupPiece> &pieces);
+
 // The long generation of a wizard: wait cursor, the wizard's status text, the progress strip from 0,
 // the dialog hidden and the document repainted where the dialog stood. Everything is reset when it
 // ends, by any way; the writes between are one undo step.
