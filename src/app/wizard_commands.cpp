@@ -4,6 +4,7 @@
 #include "core/main_window.h"
 #include "wizards/anchor_wizard.h"
 #include "wizards/base_font_wizard.h"
+#include "wizards/frame_wizard.h"
 #include "wizards/rule_wizard.h"
 #include "wizards/table_wizard.h"
 
@@ -21,6 +22,7 @@ void RegisterWizardCommands(CommandTable &table, const CommandContext &context)
     table.setDocumentHandler(QStringLiteral("mnuHRDefine"), [&ws, main](frmDoc &doc) { ShowRuleWizard(ws, doc, main); });
     table.setDocumentHandler(QStringLiteral("mnuFontBaseFont"), [&ws, main](frmDoc &) { ShowBaseFontWizard(ws, main); });
     both(QStringLiteral("mnuTableDesign"), Button::Table, [&ws, main](frmDoc &) { ShowTableWizard(ws, main); });
+    both(QStringLiteral("mnuDesignFrame"), Button::Frame, [&ws, main](frmDoc &) { ShowFrameWizard(ws, main); });
 }
 
 } // namespace pw
