@@ -114,10 +114,15 @@ void frmFrames::Form_Load()
 {
     TabStrip1->setCurrentIndex(0);
     Picture1[1]->setEnabled(false);
-    m_workspace.status.SetStatusText(QStringLiteral("Right click in virtual window to create and size frames."));
+    showDesignStatus();
     model.reset();
     pbVirtualWindow->setPointer(PointerArrow);
     ResizeVirtualWindow();
+}
+
+void frmFrames::showDesignStatus()
+{
+    m_workspace.status.SetStatusText(QStringLiteral("Right click in virtual window to create and size frames."));
 }
 
 void frmFrames::done(int result)
@@ -397,6 +402,8 @@ void frmFrames::Command6_Click()
     options.mergeFile = tbNoFramesFile->text();
     if (GenerateFramePage(m_workspace, model, options, *this))
         unload();
+    else
+        showDesignStatus(); // the dialog is back as it was
 }
 
 void ShowFrameWizard(Workspace &workspace, QWidget *parent)

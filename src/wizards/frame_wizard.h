@@ -87,6 +87,7 @@ private:
     void buildEditPage();
     void buildOptionsPage();
     void connectControls();
+    void showDesignStatus();
     void showFrames(); // after a split or delete: the edit tab's state and the drawing
     QString browse(bool save);
 
