@@ -106,10 +106,9 @@ bool targetWritable(Workspace &ws, LongPass &pass, const QString &path)
 class PageWriter
 {
 public:
-    PageWriter(Workspace &ws, LongPass &pass) : m_ws(ws), m_pass(pass), m_colour(ws.options.isChecked(Option::Highlight)) {}
+    PageWriter(Workspace &ws, LongPass &pass) : m_ws(ws), m_pass(pass) {}
 
-    // Without colouring, tags go in the font in force: the text font.
-    void add(const QString &text, bool isTag) { m_pieces.append({text, isTag && m_colour}); }
+    void add(const QString &text, bool isTag) { m_pieces.append({text, isTag}); }
     void progress(double value)
     {
         m_progress = qMin(100.0, value);
@@ -129,7 +128,6 @@ public:
 private:
     Workspace &m_ws;
     LongPass &m_pass;
-    bool m_colour;
     QList<MarkupPiece> m_pieces;
     double m_progress = 0;
 };
