@@ -137,8 +137,11 @@ void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &
     page.add(LineEnd + FrameWizardComment + LineEnd, true);
     const int frameCount = model.liveCount();
     page.status(QStringLiteral("Building frameset information..."));
+    // A share of 50 per frame, counted from the start so that the shares add up exactly.
+    const double start = page.value();
+    int leaves = 0;
     BuildFrameSets(model, o.sets, [&page](const MarkupPiece &piece) { page.add(piece.text, true); },
-                   [&page, frameCount] { page.progress(page.value() + 1.0 / frameCount * 50); });
+                   [&] { page.progress(start + 50.0 * ++leaves / frameCount); });
     page.progress(60);
     if (o.noFramesTag) {
         page.status(QStringLiteral("Adding NoFRAMES tag..."));

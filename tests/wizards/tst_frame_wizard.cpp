@@ -12,7 +12,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QRadioButton>
 #include <QTabWidget>
 
@@ -125,7 +127,13 @@ private Q_SLOTS:
         click(QStringLiteral("Command3"));
         tab(2);
         type(box("tbFileName"), QStringLiteral("frames.html"));
+        QSignalSpy progress(main().findChild<QProgressBar *>(QStringLiteral("ProgressBar")), &QProgressBar::valueChanged);
         click(QStringLiteral("Command6"));
+        // New document 2, 5, 10; a sixth of 50 per frame; 60 after the frames, 100 at the end.
+        QList<int> values;
+        for (const QList<QVariant> &change : std::as_const(progress))
+            values.append(change.first().toInt());
+        QCOMPARE(values, (QList<int>{2, 5, 10, 26, 43, 60, 100}));
 
         QTRY_VERIFY(!main().findChild<frmFrames *>());
         const QString target = path(QStringLiteral("frames.html"));
