@@ -1,17 +1,21 @@
 #include "wizards/frame_wizard.h"
 
 #include "core/app_state.h"
+#include "core/document_window.h"
 #include "core/status_presenter.h"
 #include "core/workspace.h"
 #include "platform/message_box.h"
 #include "wizards/frame_generation.h"
+#include "wizards/frame_source.h"
 #include "wizards/virtual_window.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QFocusEvent>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -92,6 +96,7 @@ void frmFrames::connectControls()
     connect(Command2[1], &QPushButton::clicked, this, [this] { Command2_Click(1); });
     connect(Command6, &QPushButton::clicked, this, &frmFrames::Command6_Click);
     connect(Command1, &QPushButton::clicked, this, &QDialog::reject);
+    connect(tbSource, &QLineEdit::textChanged, this, &frmFrames::tbSource_Change);
     tbMarginWidth->installEventFilter(this);
     tbMarginHeight->installEventFilter(this);
 
@@ -301,6 +306,28 @@ void frmFrames::margin_LostFocus(QLineEdit *box)
     m_checkingMargin = true;
     refuse(QStringLiteral("MarginWidth and MarginHeight") + LineEnd + QStringLiteral("must be numeric!"), MsgStyle::Exclamation, box);
     m_checkingMargin = false;
+}
+
+void frmFrames::tbSource_Change()
+{
+    // Seen from where the frame set will stand: its file, else the current document's.
+    const frmDoc *current = m_workspace.current();
+    QString folder;
+    if (!TrimTrailing(tbFileName->text()).isEmpty())
+        folder = QFileInfo(FrameFilePath(tbFileName->text(), current)).absolutePath();
+    else if (current && !current->isUntitled())
+        folder = QFileInfo(current->state().path()).absolutePath();
+    const SourceCheck check = CheckFrameSource(tbSource->text(), folder);
+    switch (check.kind) {
+    case SourceCheck::Missing:
+        lbSourceCheck->setText(QStringLiteral("No file at this source."));
+        break;
+    case SourceCheck::CaseDiffers:
+        lbSourceCheck->setText(QStringLiteral("The file is %1: another case.").arg(check.actual));
+        break;
+    default:
+        lbSourceCheck->clear();
+    }
 }
 
 // --- Browse buttons -----------------------------------------------------------------------------------

@@ -6,6 +6,7 @@
 class QAction;
 class QCheckBox;
 class QGroupBox;
+class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
@@ -38,6 +39,7 @@ public:
     QRadioButton *opScrolling[3] = {};
     QCheckBox *ckNoResize = nullptr;
     QPushButton *Command3 = nullptr, *Command4 = nullptr, *Command5 = nullptr;
+    QLabel *lbSourceCheck = nullptr; // marks a source that reaches no file, or one only in another case
     // Options
     QCheckBox *ckPercentage = nullptr, *ckNewDocument = nullptr, *ckSaveFile = nullptr, *ckBaseURL = nullptr;
     QCheckBox *ckNoFrameTag = nullptr, *ckNoFramesMerge = nullptr;
@@ -67,6 +69,7 @@ public:
     void Command2_Click(int index);
     void Command6_Click();
     void margin_LostFocus(QLineEdit *box);
+    void tbSource_Change();
 
     void ckPercentage_Click();
     void ckNewDocument_Click();

@@ -91,6 +91,8 @@ void frmFrames::buildEditPage()
     ckNoResize = named(new QCheckBox(QStringLiteral("No Resize"), page), QStringLiteral("ckNoResize"));
     Command3 = named(new QPushButton(QStringLiteral("&Update Frame"), page), QStringLiteral("Command3"));
     Command5 = named(new QPushButton(QStringLiteral("&Clear Values"), page), QStringLiteral("Command5"));
+    lbSourceCheck = named(new QLabel(page), QStringLiteral("lbSourceCheck"));
+    lbSourceCheck->setStyleSheet(QStringLiteral("color: #a00000"));
 
     auto *margins = new QWidget(page);
     auto *marginRow = new QHBoxLayout(margins);
@@ -106,6 +108,7 @@ void frmFrames::buildEditPage()
     auto *form = new QFormLayout;
     form->addRow(QStringLiteral("Name:"), tbFrameName);
     form->addRow(QStringLiteral("Source:"), withButton(tbSource, Command4));
+    form->addRow(QString(), lbSourceCheck);
     form->addRow(QStringLiteral("Margin Width:"), margins);
     form->addRow(scrolling);
     form->addRow(ckNoResize);

@@ -2,6 +2,9 @@
 #include "core/app_state.h"
 #include "wizards/frame_markup.h"
 #include "wizards/frame_model.h"
+#include "wizards/frame_source.h"
+
+#include <QTemporaryDir>
 
 using namespace pw;
 
@@ -272,6 +275,34 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         QTEST(NoFramesSection(file), "section");
+    }
+
+    void sourceChecks_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("actual"); // below the folder
+        QTest::newRow("found") << "pages/a.html" << int(SourceCheck::Found) << "";
+        QTest::newRow("found with an anchor") << "pages/a.html#top" << int(SourceCheck::Found) << "";
+        QTest::newRow("missing") << "pages/b.html" << int(SourceCheck::Missing) << "";
+        QTest::newRow("name in another case") << "pages/A.html" << int(SourceCheck::CaseDiffers) << "pages/a.html";
+        QTest::newRow("folder in another case") << "Pages/a.html?x=1" << int(SourceCheck::CaseDiffers) << "pages/a.html";
+        QTest::newRow("up and back") << "../f/pages/a.html" << int(SourceCheck::Found) << "";
+        QTest::newRow("a URL with a scheme") << "http://example.org/b.html" << int(SourceCheck::Unchecked) << "";
+        QTest::newRow("empty") << "" << int(SourceCheck::Unchecked) << "";
+    }
+    void sourceChecks()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, actual);
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(QStringLiteral("f"));
+        QVERIFY(QDir().mkpath(folder + QStringLiteral("/pages")));
+        QFile page(folder + QStringLiteral("/pages/a.html"));
+        QVERIFY(page.open(QIODevice::WriteOnly));
+        const SourceCheck check = CheckFrameSource(source, folder);
+        QTEST(int(check.kind), "kind");
+        QCOMPARE(check.actual, actual.isEmpty() ? QString() : folder + QLatin1Char('/') + actual);
     }
 };
 

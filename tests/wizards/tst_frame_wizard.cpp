@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMouseEvent>
@@ -120,6 +121,7 @@ private Q_SLOTS:
         QCOMPARE(control<QTabWidget>(QStringLiteral("TabStrip1"))->currentIndex(), 1);
         QCOMPARE(form->focusWidget(), box("tbFrameName"));
         type(box("tbSource"), QStringLiteral("a.html"));
+        QCOMPARE(control<QLabel>(QStringLiteral("lbSourceCheck"))->text(), QStringLiteral("No file at this source."));
         click(QStringLiteral("Command3"));
         control<QTabWidget>(QStringLiteral("TabStrip1"))->setCurrentIndex(0);
         popup(300, 150, "mnuEdit");
