@@ -132,9 +132,8 @@ private:
     double m_progress = 0;
 };
 
-void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &o, const QString &mergeText)
+void addFrameSets(PageWriter &page, const FrameModel &model, const FramePageOptions &o)
 {
-    page.add(LineEnd + FrameWizardComment + LineEnd, true);
     const int frameCount = model.liveCount();
     page.status(QStringLiteral("Building frameset information..."));
     // A share of 50 per frame, counted from the start so that the shares add up exactly.
@@ -142,6 +141,12 @@ void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &
     int leaves = 0;
     BuildFrameSets(model, o.sets, [&page](const MarkupPiece &piece) { page.add(piece.text, true); },
                    [&] { page.progress(start + 50.0 * ++leaves / frameCount); });
+}
+
+void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &o, const QString &mergeText)
+{
+    page.add(LineEnd + FrameWizardComment + LineEnd, true);
+    addFrameSets(page, model, o);
     page.progress(60);
     if (o.noFramesTag) {
         page.status(QStringLiteral("Adding NoFRAMES tag..."));
@@ -204,7 +209,13 @@ bool generate(Workspace &ws, const FrameModel &model, const FramePageOptions &o,
         slots.area().setActiveSubWindow(doc);
         page.progress(10);
     }
-    addBody(page, model, o, mergeText);
+    if (o.replace) {
+        doc->Text->setSelStart(o.replace->first);
+        doc->Text->setSelLength(o.replace->second - o.replace->first);
+        addFrameSets(page, model, o);
+    } else {
+        addBody(page, model, o, mergeText);
+    }
     EditingSurface &text = *doc->Text;
     {
         EditingSurface::EditGroup oneStep(text);
@@ -222,7 +233,7 @@ bool generate(Workspace &ws, const FrameModel &model, const FramePageOptions &o,
         AddPreviousFile(ws, doc->Caption());
     }
     ApplyClassFont(text, false);
-    text.setSelStart(0);
+    text.setSelStart(o.replace ? o.replace->first : 0);
     return true;
 }
 

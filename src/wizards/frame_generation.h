@@ -4,6 +4,9 @@
 
 #include <QString>
 
+#include <optional>
+#include <utility>
+
 class QDialog;
 
 namespace pw {
@@ -21,6 +24,9 @@ struct FramePageOptions {
     bool noFramesTag = false;
     bool merge = false;        // on and enabled
     QString mergeFile;         // as typed
+    // In place of a frame set read from the current document (from, to): only the frame sets are
+    // written, over it.
+    std::optional<std::pair<int, int>> replace;
 };
 
 // Where a typed file name points: an absolute one as it stands; a relative one in the folder of

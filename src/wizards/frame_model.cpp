@@ -34,6 +34,14 @@ void FrameModel::reset()
     ScaleY = 480.0f / BoxHeight;
 }
 
+void FrameModel::load(const QList<FrameSpec> &frames)
+{
+    if (frames.isEmpty())
+        return;
+    m_frames = frames;
+    CurrentFrame = 0;
+}
+
 bool FrameModel::anyBeyondFirst() const
 {
     for (int i = 1; i < m_frames.size(); ++i)

@@ -51,6 +51,9 @@ public:
     // attributes; the scales for the whole 640 x 480 screen.
     void reset();
 
+    // A design read from elsewhere: these records in place of all, tiling the box.
+    void load(const QList<FrameSpec> &frames);
+
     int count() const { return int(m_frames.size()); } // records, deleted ones included
     FrameSpec &frame(int index) { return m_frames[index - 1]; } // from 1
     const FrameSpec &frame(int index) const { return m_frames[index - 1]; }

@@ -6,6 +6,7 @@
 #include "core/workspace.h"
 #include "platform/message_box.h"
 #include "wizards/frame_generation.h"
+#include "wizards/frame_reading.h"
 #include "wizards/frame_source.h"
 #include "wizards/virtual_window.h"
 
@@ -105,6 +106,7 @@ void frmFrames::connectControls()
     connect(ckSaveFile, &QCheckBox::toggled, this, &frmFrames::ckSaveFile_Click);
     connect(ckNoFrameTag, &QCheckBox::toggled, this, &frmFrames::ckNoFrameTag_Click);
     connect(ckNoFramesMerge, &QCheckBox::toggled, this, &frmFrames::ckNoFramesMerge_Click);
+    connect(ckInPlace, &QCheckBox::toggled, this, &frmFrames::ckInPlace_Click);
     for (int i = 0; i < 3; ++i) {
         connect(opScreenSize[i], &QRadioButton::toggled, this, [this, i](bool on) {
             if (on)
@@ -121,8 +123,27 @@ void frmFrames::Form_Load()
     Picture1[1]->setEnabled(false);
     showDesignStatus();
     model.reset();
+    readFromDocument();
     pbVirtualWindow->setPointer(PointerArrow);
     ResizeVirtualWindow();
+}
+
+// With the caret in a frame set, the designer starts from it, to be written back in its place.
+void frmFrames::readFromDocument()
+{
+    const frmDoc *document = m_workspace.current();
+    if (!document)
+        return;
+    const std::optional<FrameSetRead> read =
+        ReadFrameSetAt(document->Text->Text(), document->Text->SelStart(), model.ScaleX, model.ScaleY);
+    if (!read)
+        return;
+    model.load(read->frames);
+    m_read = std::pair{read->start, read->end};
+    Picture1[1]->setEnabled(model.anyBeyondFirst());
+    ckPercentage->setChecked(read->percent);
+    ckInPlace->show();
+    ckInPlace->setChecked(true);
 }
 
 void frmFrames::showDesignStatus()
@@ -408,6 +429,17 @@ void frmFrames::ckNoFramesMerge_Click()
     Command2[0]->setEnabled(on);
 }
 
+void frmFrames::ckInPlace_Click()
+{
+    // In place only the frame sets are written: no new page, no NOFRAMES section.
+    const bool on = ckInPlace->isChecked();
+    if (on)
+        ckNewDocument->setChecked(false);
+    ckNewDocument->setEnabled(!on);
+    ckNoFrameTag->setEnabled(!on);
+    ckNoFramesMerge->setEnabled(!on && ckNoFrameTag->isChecked());
+}
+
 void frmFrames::opScreenSize_Click(int index)
 {
     model.ScaleX = float(ScreenRoom[index][0]) / FrameModel::BoxWidth;
@@ -427,6 +459,8 @@ void frmFrames::Command6_Click()
     options.noFramesTag = ckNoFrameTag->isChecked();
     options.merge = ckNoFramesMerge->isChecked() && ckNoFramesMerge->isEnabled();
     options.mergeFile = tbNoFramesFile->text();
+    if (m_read && ckInPlace->isChecked())
+        options.replace = m_read;
     if (GenerateFramePage(m_workspace, model, options, *this))
         unload();
     else

@@ -3,6 +3,9 @@
 #include "wizards/frame_model.h"
 #include "wizards/wizard_conduct.h"
 
+#include <optional>
+#include <utility>
+
 class QAction;
 class QCheckBox;
 class QGroupBox;
@@ -43,6 +46,7 @@ public:
     // Options
     QCheckBox *ckPercentage = nullptr, *ckNewDocument = nullptr, *ckSaveFile = nullptr, *ckBaseURL = nullptr;
     QCheckBox *ckNoFrameTag = nullptr, *ckNoFramesMerge = nullptr;
+    QCheckBox *ckInPlace = nullptr; // shown when the design was read from the frame set at the caret
     QGroupBox *Frame1 = nullptr;
     QRadioButton *opScreenSize[3] = {};
     QLineEdit *tbTitle = nullptr, *tbFileName = nullptr, *tbNoFramesFile = nullptr;
@@ -76,6 +80,7 @@ public:
     void ckSaveFile_Click();
     void ckNoFrameTag_Click();
     void ckNoFramesMerge_Click();
+    void ckInPlace_Click();
     void opScreenSize_Click(int index);
 
     // The filter of the browse buttons.
@@ -91,10 +96,12 @@ private:
     void buildOptionsPage();
     void connectControls();
     void showDesignStatus();
+    void readFromDocument();
     void showFrames(); // after a split or delete: the edit tab's state and the drawing
     QString browse(bool save);
 
     bool m_checkingMargin = false;
+    std::optional<std::pair<int, int>> m_read; // where the design read from the document stands
 };
 
 // mnuDesignFrame and imgFrame.

@@ -145,8 +145,12 @@ void frmFrames::buildOptionsPage()
     tbNoFramesFile = named(new QLineEdit(page), QStringLiteral("tbNoFramesFile"));
     Command2[0] = browseButton(page, QStringLiteral("Command2(0)"));
 
+    ckInPlace = named(new QCheckBox(QStringLiteral("Replace the frame set at the caret"), page), QStringLiteral("ckInPlace"));
+    ckInPlace->hide();
+
     auto *grid = new QGridLayout;
     int row = 0;
+    grid->addWidget(ckInPlace, row++, 0, 1, 2);
     grid->addWidget(ckPercentage, row++, 0, 1, 2);
     grid->addWidget(Frame1, row++, 0, 1, 2);
     grid->addWidget(ckNewDocument, row, 0);

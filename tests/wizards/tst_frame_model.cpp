@@ -2,6 +2,7 @@
 #include "core/app_state.h"
 #include "wizards/frame_markup.h"
 #include "wizards/frame_model.h"
+#include "wizards/frame_reading.h"
 #include "wizards/frame_source.h"
 
 #include <QTemporaryDir>
@@ -275,6 +276,78 @@ private Q_SLOTS:
     {
         QFETCH(QString, file);
         QTEST(NoFramesSection(file), "section");
+    }
+
+    // A frame set read back and written again comes out as it was, where the grid allows.
+    void readBack_data()
+    {
+        QTest::addColumn<QString>("markup");
+        QTest::addColumn<QString>("written"); // empty: as read
+        QTest::addColumn<bool>("percent");
+        QTest::newRow("worked example") << "<FRAMESET ROWS=\"33%,67%\">\r\n    <FRAME SRC=\"a.html\">\r\n"
+                                           "    <FRAMESET COLS=\"33%,67%\">\r\n        <FRAME>\r\n"
+                                           "        <FRAME SCROLLING=\"NO\">\r\n    </FRAMESET>\r\n</FRAMESET>\r\n"
+                                        << "" << true;
+        QTest::newRow("three columns") << "<FRAMESET COLS=\"33%,33%,34%\">\r\n    <FRAME NAME=\"a\">\r\n"
+                                          "    <FRAME NAME=\"b\" NORESIZE>\r\n    <FRAME NAME=\"c\">\r\n</FRAMESET>\r\n"
+                                       << "" << true;
+        QTest::newRow("pixels") << "<FRAMESET COLS=\"319,320\">\r\n    <FRAME>\r\n    <FRAME>\r\n</FRAMESET>\r\n" << "" << false;
+        // The columns of the two rows would line up; one moves a step, so both sets stay.
+        QTest::newRow("two rows of two columns") << "<FRAMESET ROWS=\"50%,50%\">\r\n    <FRAMESET COLS=\"50%,50%\">\r\n"
+                                                    "        <FRAME NAME=\"a\">\r\n        <FRAME NAME=\"b\">\r\n    </FRAMESET>\r\n"
+                                                    "    <FRAMESET COLS=\"50%,50%\">\r\n        <FRAME NAME=\"c\">\r\n"
+                                                    "        <FRAME NAME=\"d\">\r\n    </FRAMESET>\r\n</FRAMESET>\r\n"
+                                                 << "" << true;
+        QTest::newRow("written by hand") << "<frameset cols=\"50%,*\"><frame src=a.html name='x' frameborder=0 scrolling=yes><frame></frameset>"
+                                         << "<FRAMESET COLS=\"50%,50%\">\r\n    <FRAME NAME=\"x\" SRC=\"a.html\" SCROLLING=\"YES\" frameborder=0>\r\n"
+                                            "    <FRAME>\r\n</FRAMESET>\r\n"
+                                         << true;
+        QTest::newRow("rows and columns at once") << "<FRAMESET ROWS=\"50%,50%\" COLS=\"50%,50%\"><FRAME><FRAME><FRAME><FRAME></FRAMESET>"
+                                                  << "<FRAMESET ROWS=\"50%,50%\">\r\n    <FRAMESET COLS=\"50%,50%\">\r\n"
+                                                     "        <FRAME>\r\n        <FRAME>\r\n    </FRAMESET>\r\n"
+                                                     "    <FRAMESET COLS=\"50%,50%\">\r\n        <FRAME>\r\n"
+                                                     "        <FRAME>\r\n    </FRAMESET>\r\n</FRAMESET>\r\n"
+                                                  << true;
+    }
+    void readBack()
+    {
+        QFETCH(QString, markup);
+        QFETCH(QString, written);
+        QFETCH(bool, percent);
+        const QString page = QStringLiteral("<HTML>\r\n") + markup + QStringLiteral("</HTML>");
+        FrameModel model;
+        const std::optional<FrameSetRead> read = ReadFrameSetAt(page, 12, model.ScaleX, model.ScaleY);
+        QVERIFY(read);
+        QCOMPARE(read->start, 8);
+        QCOMPARE(page.mid(read->end), QStringLiteral("</HTML>"));
+        QCOMPARE(read->percent, percent);
+        model.load(read->frames);
+        FrameSetOptions options;
+        options.percent = percent;
+        QCOMPARE(joined(FrameSetPieces(model, options)), written.isEmpty() ? markup : written);
+    }
+
+    void readOnlyAroundTheCaret_data()
+    {
+        QTest::addColumn<int>("caret");
+        QTest::addColumn<int>("start"); // -1: none
+        const QString page = QStringLiteral("<P>\r\n<FRAMESET COLS=\"50%,50%\"><FRAME><FRAME></FRAMESET>\r\n"
+                                            "<FRAMESET ROWS=\"50%,50%\"><FRAME><FRAME></FRAMESET>");
+        QTest::newRow("before both") << 2 << -1;
+        QTest::newRow("in the first") << 10 << 5;
+        QTest::newRow("at the first's end") << 55 << 5;
+        QTest::newRow("in the second") << 70 << 57;
+    }
+    void readOnlyAroundTheCaret()
+    {
+        QFETCH(int, caret);
+        QFETCH(int, start);
+        const QString page = QStringLiteral("<P>\r\n<FRAMESET COLS=\"50%,50%\"><FRAME><FRAME></FRAMESET>\r\n"
+                                            "<FRAMESET ROWS=\"50%,50%\"><FRAME><FRAME></FRAMESET>");
+        const std::optional<FrameSetRead> read = ReadFrameSetAt(page, caret, 1, 1);
+        QCOMPARE(read ? read->start : -1, start);
+        // Without its end tag a frame set is not read.
+        QVERIFY(!ReadFrameSetAt(page.left(page.size() - 11), 70, 1, 1));
     }
 
     void sourceChecks_data()

@@ -328,6 +328,36 @@ private Q_SLOTS:
         QCOMPARE(doc->Text->Text(), QStringLiteral("<P>\r\n"));
     }
 
+    // With the caret in a frame set the designer starts from it, and Generate writes it back in
+    // its place: one edit, one Undo.
+    void regeneratedInPlace()
+    {
+        const QString sets = QStringLiteral("<FRAMESET ROWS=\"33%,67%\">\r\n    <FRAME%1 SRC=\"a.html\">\r\n"
+                                            "    <FRAMESET COLS=\"33%,67%\">\r\n        <FRAME>\r\n"
+                                            "        <FRAME SCROLLING=\"NO\">\r\n    </FRAMESET>\r\n</FRAMESET>\r\n");
+        const QString before = QStringLiteral("<P>\r\n") + sets.arg(QString()) + QStringLiteral("</HTML>");
+        form->reject();
+        QTRY_VERIFY(!main().findChild<frmFrames *>());
+        doc->Text->setText(before);
+        doc->Text->setSelStart(40);
+        openWizard();
+        QCOMPARE(form->model.liveCount(), 3);
+        QVERIFY(control(QStringLiteral("Picture1(1)"))->isEnabled());
+        QVERIFY(control<QCheckBox>(QStringLiteral("ckInPlace"))->isChecked());
+        QVERIFY(!control<QCheckBox>(QStringLiteral("ckNewDocument"))->isChecked());
+        QVERIFY(!control(QStringLiteral("ckNewDocument"))->isEnabled());
+        popup(200, 20, "mnuEdit");
+        QCOMPARE(box("tbSource")->text(), QStringLiteral("a.html"));
+        type(box("tbFrameName"), QStringLiteral("top"));
+        click(QStringLiteral("Command3"));
+        click(QStringLiteral("Command6"));
+        QTRY_VERIFY(!main().findChild<frmFrames *>());
+        QCOMPARE(doc->Text->Text(), QStringLiteral("<P>\r\n") + sets.arg(QStringLiteral(" NAME=\"top\"")) + QStringLiteral("</HTML>"));
+        QCOMPARE(doc->Text->SelStart(), 5);
+        QVERIFY(program->trigger(doc, QStringLiteral("mnuEditUndo")));
+        QCOMPARE(doc->Text->Text(), before);
+    }
+
     void noFramesSection_data()
     {
         QTest::addColumn<QByteArray>("mergeFile"); // empty: no merge
