@@ -91,19 +91,6 @@ private Q_SLOTS:
         QCOMPARE(layout(model), frames);
     }
 
-    // reset() keeps frame 1's values and drops the rest; the edit tab's test follows the records.
-    void resetKeepsFirstValues()
-    {
-        FrameModel model;
-        design(model, QStringLiteral("H990@1 N"));
-        QVERIFY(model.anyBeyondFirst());
-        model.reset();
-        QCOMPARE(layout(model), QStringLiteral("0,0,2970,5050"));
-        QCOMPARE(model.frame(1).Name, QStringLiteral("f1"));
-        QVERIFY(!model.anyBeyondFirst());
-        QCOMPARE(model.ScaleX, 640.0f / 5050);
-    }
-
     void hits_data()
     {
         QTest::addColumn<QString>("steps");
