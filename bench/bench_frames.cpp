@@ -15,7 +15,8 @@
 #include <QMouseEvent>
 #include <QStandardPaths>
 
-namespace {
+namespace
+{
 
 using pw::FrameModel;
 
@@ -107,7 +108,8 @@ static bench::Register framesBench("frames", [] {
         for (int i = 0; i < 5; ++i)
             runs.push_back(generationMs(ws, *form, percent));
         bench::report("frames", QStringLiteral("nested_16_frames_%1").arg(percent ? "percent" : "pixels"),
-                      bench::percentile(runs, 0.5), "ms", QStringLiteral("\"frames\": %1").arg(form->model.liveCount()));
+                      bench::percentile(runs, 0.5), "ms",
+                      QStringLiteral("\"frames\": %1").arg(form->model.liveCount()));
     }
 
     form->model.reset();
@@ -116,15 +118,17 @@ static bench::Register framesBench("frames", [] {
     for (int i = 0; i < 3; ++i)
         runs.push_back(generationMs(ws, *form, true));
     bench::report("frames", QStringLiteral("grid_64_frames_100_deleted"), bench::percentile(runs, 0.5), "ms",
-                  QStringLiteral("\"frames\": %1, \"records\": %2").arg(form->model.liveCount()).arg(form->model.count()));
+                  QStringLiteral("\"frames\": %1, \"records\": %2")
+                      .arg(form->model.liveCount())
+                      .arg(form->model.count()));
 
     // Hover: the move handler (hit tests, snap, cursor), not the paint that follows later.
     pw::VirtualWindow *window = form->pbVirtualWindow;
     std::vector<double> hovers;
     for (int y = 0; y < window->height(); y += 3) {
         for (int x = 0; x < window->width(); x += 3) {
-            QMouseEvent move(QEvent::MouseMove, QPointF(x, y), window->mapToGlobal(QPointF(x, y)), Qt::NoButton,
-                             Qt::NoButton, Qt::NoModifier);
+            QMouseEvent move(QEvent::MouseMove, QPointF(x, y), window->mapToGlobal(QPointF(x, y)),
+                             Qt::NoButton, Qt::NoButton, Qt::NoModifier);
             QElapsedTimer t;
             t.start();
             QApplication::sendEvent(window, &move);
@@ -139,7 +143,8 @@ static bench::Register framesBench("frames", [] {
     const int paints = 20;
     for (int i = 0; i < paints; ++i)
         window->grab();
-    bench::report("frames", QStringLiteral("designer_paint_64_frames"), double(t.nsecsElapsed()) / 1e6 / paints, "ms");
+    bench::report("frames", QStringLiteral("designer_paint_64_frames"),
+                  double(t.nsecsElapsed()) / 1e6 / paints, "ms");
     form->close();
     QCoreApplication::processEvents();
 });

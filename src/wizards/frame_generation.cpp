@@ -19,9 +19,11 @@
 
 #include <cmath>
 
-namespace pw {
+namespace pw
+{
 
-namespace {
+namespace
+{
 
 QString lines(std::initializer_list<const char *> parts)
 {
@@ -48,23 +50,26 @@ bool validate(Workspace &ws, const FrameModel &model, const FramePageOptions &o,
         return true;
     if (TrimTrailing(o.mergeFile).isEmpty()) {
         ws.MsgBox(lines({"You have selected to have the NOFRAMES", "section of your document created from an",
-                         "existing file but did not select the file.", "Please select a file to use for the merge."}),
+                         "existing file but did not select the file.",
+                         "Please select a file to use for the merge."}),
                   MsgStyle::Information);
         return false;
     }
     const QString path = FrameFilePath(o.mergeFile, ws.current());
     if (!QFileInfo::exists(path)) {
-        ws.MsgBox(lines({"The file you selected to use in the NOFRAMES", "section of your document does not exist.",
-                         "Please select a different file to use for the merge."}),
-                  MsgStyle::Information);
+        ws.MsgBox(
+            lines({"The file you selected to use in the NOFRAMES", "section of your document does not exist.",
+                   "Please select a different file to use for the merge."}),
+            MsgStyle::Information);
         return false;
     }
     // Read now, so that nothing is half made when it can't be read.
     const ReadResult read = readTextFile(path, FileShare::Shared);
     if (read.error != ErrorCode::None) {
-        ws.MsgBox(lines({"The file you selected to use in the NOFRAMES", "section of your document can not be read."})
-                      + LineEnd + errorText(read.error) + LineEnd
-                      + QStringLiteral("Please select a different file to use for the merge."),
+        ws.MsgBox(lines({"The file you selected to use in the NOFRAMES",
+                         "section of your document can not be read."}) +
+                      LineEnd + errorText(read.error) + LineEnd +
+                      QStringLiteral("Please select a different file to use for the merge."),
                   MsgStyle::Exclamation);
         return false;
     }
@@ -96,8 +101,8 @@ bool targetWritable(Workspace &ws, LongPass &pass, const QString &path)
     if (!ok)
         ws.MsgBox(QStringLiteral("Permission denied!") + LineEnd + reason, MsgStyle::Exclamation);
     else if (info.exists())
-        ok = ws.MsgBox(path + LineEnd + QStringLiteral("Replace existing file?"), MsgStyle::YesNo + MsgStyle::Question)
-             == MsgAnswer::Yes;
+        ok = ws.MsgBox(path + LineEnd + QStringLiteral("Replace existing file?"),
+                       MsgStyle::YesNo + MsgStyle::Question) == MsgAnswer::Yes;
     pass.resumeWaitCursor();
     return ok;
 }
@@ -139,8 +144,9 @@ void addFrameSets(PageWriter &page, const FrameModel &model, const FramePageOpti
     // A share of 50 per frame, counted from the start so that the shares add up exactly.
     const double start = page.value();
     int leaves = 0;
-    BuildFrameSets(model, o.sets, [&page](const MarkupPiece &piece) { page.add(piece.text, true); },
-                   [&] { page.progress(start + 50.0 * ++leaves / frameCount); });
+    BuildFrameSets(
+        model, o.sets, [&page](const MarkupPiece &piece) { page.add(piece.text, true); },
+        [&] { page.progress(start + 50.0 * ++leaves / frameCount); });
 }
 
 void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &o, const QString &mergeText)
@@ -152,7 +158,8 @@ void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &
         page.status(QStringLiteral("Adding NoFRAMES tag..."));
         page.add(QStringLiteral("<NOFRAMES>") + LineEnd, true);
         if (o.merge) {
-            page.status(QStringLiteral("Processing ") + o.mergeFile + QStringLiteral(" file for NOFRAMES tag information..."));
+            page.status(QStringLiteral("Processing ") + o.mergeFile +
+                        QStringLiteral(" file for NOFRAMES tag information..."));
             const QString body = NoFramesSection(mergeText, [&page](qint64 done, qint64 total) {
                 page.progress(double(done) / double(qMax<qint64>(total, 1)) * 40 + 60);
             });
@@ -165,7 +172,8 @@ void addBody(PageWriter &page, const FrameModel &model, const FramePageOptions &
     page.add(LineEnd + QStringLiteral("</HTML>"), true);
 }
 
-bool generate(Workspace &ws, const FrameModel &model, const FramePageOptions &o, QDialog &dialog, const QString &mergeText)
+bool generate(Workspace &ws, const FrameModel &model, const FramePageOptions &o, QDialog &dialog,
+              const QString &mergeText)
 {
     frmDoc *current = ws.current();
     if (!o.newDocument && !current)
@@ -192,13 +200,15 @@ bool generate(Workspace &ws, const FrameModel &model, const FramePageOptions &o,
         if (o.saveFile) {
             doc->state().setPath(path);
             // An existing file is held (and locked) now; it is written only by the save below.
-            const ErrorCode held = QFileInfo::exists(path)
-                                       ? FileHandles::instance().hold(n, path, ws.options.isChecked(Option::LockFiles))
-                                       : ErrorCode::None;
+            const ErrorCode held =
+                QFileInfo::exists(path)
+                    ? FileHandles::instance().hold(n, path, ws.options.isChecked(Option::LockFiles))
+                    : ErrorCode::None;
             if (held != ErrorCode::None) {
                 slots.abandon(n);
                 pass.pauseWaitCursor();
-                ws.MsgBox(QStringLiteral("Permission denied!") + LineEnd + errorText(held), MsgStyle::Exclamation);
+                ws.MsgBox(QStringLiteral("Permission denied!") + LineEnd + errorText(held),
+                          MsgStyle::Exclamation);
                 return false;
             }
         }
@@ -244,12 +254,14 @@ QString FrameFilePath(const QString &typed, const frmDoc *current)
     const QString name = TrimTrailing(typed);
     if (name.isEmpty() || QDir::isAbsolutePath(name))
         return name;
-    const QString folder = current && !current->isUntitled() ? QFileInfo(current->state().path()).absolutePath()
-                                                             : QDir::homePath();
+    const QString folder = current && !current->isUntitled()
+                               ? QFileInfo(current->state().path()).absolutePath()
+                               : QDir::homePath();
     return QDir::cleanPath(QDir(folder).filePath(name));
 }
 
-bool GenerateFramePage(Workspace &workspace, const FrameModel &model, const FramePageOptions &options, QDialog &dialog)
+bool GenerateFramePage(Workspace &workspace, const FrameModel &model, const FramePageOptions &options,
+                       QDialog &dialog)
 {
     QString mergeText;
     if (!validate(workspace, model, options, &mergeText))

@@ -9,7 +9,8 @@
 
 class QDialog;
 
-namespace pw {
+namespace pw
+{
 
 class Workspace;
 class frmDoc;
@@ -19,11 +20,11 @@ struct FramePageOptions {
     FrameSetOptions sets;
     bool newDocument = true;
     QString title;
-    bool saveFile = false;     // on and enabled
-    QString fileName;          // as typed
+    bool saveFile = false; // on and enabled
+    QString fileName;      // as typed
     bool noFramesTag = false;
-    bool merge = false;        // on and enabled
-    QString mergeFile;         // as typed
+    bool merge = false; // on and enabled
+    QString mergeFile;  // as typed
     // In place of a frame set read from the current document (from, to): only the frame sets are
     // written, over it.
     std::optional<std::pair<int, int>> replace;
@@ -37,6 +38,7 @@ QString FrameFilePath(const QString &typed, const frmDoc *current);
 // when asked) or at the caret of the current one, with status texts and progress. True when the
 // page stands and the dialog is to go; false leaves the dialog shown with the design intact,
 // after a refusal or a failure that was told and undone.
-bool GenerateFramePage(Workspace &workspace, const FrameModel &model, const FramePageOptions &options, QDialog &dialog);
+bool GenerateFramePage(Workspace &workspace, const FrameModel &model, const FramePageOptions &options,
+                       QDialog &dialog);
 
 } // namespace pw

@@ -4,9 +4,11 @@
 
 #include <cmath>
 
-namespace pw {
+namespace pw
+{
 
-namespace {
+namespace
+{
 
 struct Cut {
     int start;
@@ -50,8 +52,8 @@ public:
             }
         }
         sizes.chop(1);
-        tag(indent + (columns ? QStringLiteral("<FRAMESET COLS=\"") : QStringLiteral("<FRAMESET ROWS=\"")) + sizes
-            + QStringLiteral("\">") + LineEnd);
+        tag(indent + (columns ? QStringLiteral("<FRAMESET COLS=\"") : QStringLiteral("<FRAMESET ROWS=\"")) +
+            sizes + QStringLiteral("\">") + LineEnd);
         for (const Cut &cut : std::as_const(cuts)) {
             if (columns)
                 build(top, cut.start, bottom, cut.end, depth + 1);
@@ -69,7 +71,8 @@ private:
         QList<Cut> cuts;
         int prev = from;
         for (int at = from + 1; at <= to - 1; ++at) {
-            const LineFound line = kind == LineKind::Vertical ? m_model.findLine(at, probe) : m_model.findLine(probe, at);
+            const LineFound line =
+                kind == LineKind::Vertical ? m_model.findLine(at, probe) : m_model.findLine(probe, at);
             if (line.kind == kind && line.low == low && line.high == high) {
                 cuts.append({prev, at});
                 prev = at;
@@ -147,7 +150,8 @@ QString NoFramesSection(const QString &fileText, const std::function<void(qint64
     while (from < fileText.size()) {
         // A line ends at CR LF, a lone LF or a lone CR.
         qsizetype end = from;
-        while (end < fileText.size() && fileText[end] != QLatin1Char('\r') && fileText[end] != QLatin1Char('\n'))
+        while (end < fileText.size() && fileText[end] != QLatin1Char('\r') &&
+               fileText[end] != QLatin1Char('\n'))
             ++end;
         const QStringView line = QStringView(fileText).mid(from, end - from);
         from = end;
@@ -182,9 +186,10 @@ QString NoFramesSection(const QString &fileText, const std::function<void(qint64
 
 QString FramePageHeader(const QString &title)
 {
-    return QStringLiteral("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 3.2//EN\">") + LineEnd + QStringLiteral("<HTML>") + LineEnd
-           + QStringLiteral("<HEAD>") + LineEnd + QStringLiteral("<TITLE>") + title + QStringLiteral("</TITLE>") + LineEnd
-           + QStringLiteral("</HEAD>") + LineEnd;
+    return QStringLiteral("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 3.2//EN\">") + LineEnd +
+           QStringLiteral("<HTML>") + LineEnd + QStringLiteral("<HEAD>") + LineEnd +
+           QStringLiteral("<TITLE>") + title + QStringLiteral("</TITLE>") + LineEnd +
+           QStringLiteral("</HEAD>") + LineEnd;
 }
 
 } // namespace pw

@@ -4,7 +4,8 @@
 
 #include <QObject>
 
-namespace pw {
+namespace pw
+{
 
 void FrameSpec::clearValues()
 {
@@ -81,8 +82,9 @@ LineFound FrameModel::extend(int i, LineKind kind, int pos, LineFound line) cons
             const FrameSpec &f = m_frames[j];
             if (j == i || f.isDeleted())
                 continue;
-            const bool sameEdge = horizontal ? (f.Top == pos && own.Top == pos) || (f.Bottom == pos && own.Bottom == pos)
-                                             : (f.Left == pos && own.Left == pos) || (f.Right == pos && own.Right == pos);
+            const bool sameEdge =
+                horizontal ? (f.Top == pos && own.Top == pos) || (f.Bottom == pos && own.Bottom == pos)
+                           : (f.Left == pos && own.Left == pos) || (f.Right == pos && own.Right == pos);
             if (!sameEdge)
                 continue;
             const qint16 nearEdge = horizontal ? f.Left : f.Top;
@@ -231,7 +233,8 @@ bool FrameModel::dragStep(LineKind kind, int pos)
     return true;
 }
 
-namespace {
+namespace
+{
 
 // Lives as a child of the workspace, so it ends with the program's run.
 class RunFrames : public QObject

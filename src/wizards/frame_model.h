@@ -3,7 +3,8 @@
 #include <QList>
 #include <QString>
 
-namespace pw {
+namespace pw
+{
 
 class Workspace;
 
@@ -54,7 +55,7 @@ public:
     // A design read from elsewhere: these records in place of all, tiling the box.
     void load(const QList<FrameSpec> &frames);
 
-    int count() const { return int(m_frames.size()); } // records, deleted ones included
+    int count() const { return int(m_frames.size()); }          // records, deleted ones included
     FrameSpec &frame(int index) { return m_frames[index - 1]; } // from 1
     const FrameSpec &frame(int index) const { return m_frames[index - 1]; }
     // Whether a record beyond the first still stands (the edit tab is enabled then).

@@ -3,9 +3,11 @@
 #include <cmath>
 #include <memory>
 
-namespace pw {
+namespace pw
+{
 
-namespace {
+namespace
+{
 
 constexpr int Grid = 15; // twips per pixel of the designer: where a mouse can put an edge
 
@@ -99,7 +101,7 @@ FrameSpec frameOf(const QList<Attribute> &attrs)
         else if (a.name == QLatin1String("SCROLLING"))
             f.Scrolling = a.value.compare(QLatin1String("YES"), Qt::CaseInsensitive) == 0  ? 1
                           : a.value.compare(QLatin1String("NO"), Qt::CaseInsensitive) == 0 ? 2
-                                                                                             : 0;
+                                                                                           : 0;
         else if (a.name == QLatin1String("NORESIZE"))
             f.NoResize = -1;
         else
@@ -160,7 +162,8 @@ public:
         const bool columns = !node.cols.isEmpty();
         const int low = columns ? left : top;
         const int high = columns ? right : bottom;
-        const QList<int> cuts = cutsFor(sizes, columns, low, high, columns ? top : left, columns ? bottom : right);
+        const QList<int> cuts =
+            cutsFor(sizes, columns, low, high, columns ? top : left, columns ? bottom : right);
         for (qsizetype i = 0; i < n; ++i) {
             const int from = i == 0 ? low : cuts[i - 1];
             const int to = i == n - 1 ? high : cuts[i];
@@ -200,7 +203,7 @@ private:
                 units.append(ok ? Pixels : Share);
                 values.append(ok ? v : 1);
             }
-            const double length = units.last() == Percent ? values.last() / 100 * total
+            const double length = units.last() == Percent  ? values.last() / 100 * total
                                   : units.last() == Pixels ? values.last() / scale
                                                            : 0;
             lengths.append(length);
@@ -232,8 +235,10 @@ private:
                 const int size = x - prev + 1;
                 bool matches = writtenAs(units[i], values[i], size, total, scale, false);
                 if (i + 2 == n) // the last cut sets the last piece too
-                    matches = matches && writtenAs(units[i + 1], values[i + 1], high - x + 1, total, scale, true);
-                const double score = (conflicts(!columns, x, across0, across1) ? 1e9 : 0) + (matches ? 0 : 1e6) + std::abs(x - estimate);
+                    matches =
+                        matches && writtenAs(units[i + 1], values[i + 1], high - x + 1, total, scale, true);
+                const double score = (conflicts(!columns, x, across0, across1) ? 1e9 : 0) +
+                                     (matches ? 0 : 1e6) + std::abs(x - estimate);
                 if (score < bestScore) {
                     bestScore = score;
                     best = x;
@@ -326,7 +331,8 @@ std::optional<FrameSetRead> ReadFrameSetAt(const QString &text, int caret, float
                     if (QStringView(text).mid(stop, 2) == QLatin1String("\r\n"))
                         stop += 2;
                     qsizetype start = rootStart;
-                    while (start > 0 && (text[start - 1] == QLatin1Char(' ') || text[start - 1] == QLatin1Char('\t')))
+                    while (start > 0 &&
+                           (text[start - 1] == QLatin1Char(' ') || text[start - 1] == QLatin1Char('\t')))
                         --start;
                     if (start > 0 && text[start - 1] != QLatin1Char('\n'))
                         start = rootStart;

@@ -7,12 +7,13 @@
 
 #include <optional>
 
-namespace pw {
+namespace pw
+{
 
 // A frame set read back from a page: where it stands and the design it draws.
 struct FrameSetRead {
-    int start = 0; // from the start of its line when only blanks stand before it
-    int end = 0;   // behind "</FRAMESET>" and the line end that follows it
+    int start = 0;           // from the start of its line when only blanks stand before it
+    int end = 0;             // behind "</FRAMESET>" and the line end that follows it
     QList<FrameSpec> frames; // tiling the box, the first frame first
     bool percent = true;     // the sizes were given in percent (or shares), not in pixels
 };

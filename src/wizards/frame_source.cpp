@@ -4,7 +4,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-namespace pw {
+namespace pw
+{
 
 SourceCheck CheckFrameSource(const QString &source, const QString &folder)
 {
@@ -20,7 +21,8 @@ SourceCheck CheckFrameSource(const QString &source, const QString &folder)
     const QStringList parts = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     QString actual = QStringLiteral("/");
     for (const QString &part : parts) {
-        const QStringList entries = QDir(actual).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        const QStringList entries =
+            QDir(actual).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
         QString match;
         for (const QString &entry : entries)
             if (entry.compare(part, Qt::CaseInsensitive) == 0) {

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-namespace pw {
+namespace pw
+{
 
 // What stands at a frame's source, as a page in folder would reach it.
 struct SourceCheck {

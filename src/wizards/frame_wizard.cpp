@@ -24,9 +24,11 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-namespace pw {
+namespace pw
+{
 
-namespace {
+namespace
+{
 
 constexpr int HideReadOnly = 4; // the file dialogs' flag that hides the read-only box
 constexpr int PointerArrow = 0;
@@ -148,7 +150,8 @@ void frmFrames::readFromDocument()
 
 void frmFrames::showDesignStatus()
 {
-    m_workspace.status.SetStatusText(QStringLiteral("Right click in virtual window to create and size frames."));
+    m_workspace.status.SetStatusText(
+        QStringLiteral("Right click in virtual window to create and size frames."));
 }
 
 void frmFrames::done(int result)
@@ -178,7 +181,8 @@ void frmFrames::ResizeVirtualWindow()
 void frmFrames::LoadEditTab()
 {
     const int c = model.CurrentFrame;
-    const FrameSpec shown = c >= 1 && c <= model.count() && !model.frame(c).isDeleted() ? model.frame(c) : FrameSpec();
+    const FrameSpec shown =
+        c >= 1 && c <= model.count() && !model.frame(c).isDeleted() ? model.frame(c) : FrameSpec();
     tbFrameName->setText(TrimTrailing(shown.Name));
     tbSource->setText(TrimTrailing(shown.Source));
     tbMarginWidth->setText(TrimTrailing(shown.MarginWidth));
@@ -272,7 +276,8 @@ void frmFrames::mnuDelete_Click()
         m_workspace.MsgBox(QStringLiteral("Can not delete this frame!"), MsgStyle::Exclamation);
         return;
     case FrameModel::DeleteResult::NoNeighbour:
-        m_workspace.MsgBox(QStringLiteral("Can not delete this frame!") + LineEnd + QStringLiteral("No one frame can be merged with it!"),
+        m_workspace.MsgBox(QStringLiteral("Can not delete this frame!") + LineEnd +
+                               QStringLiteral("No one frame can be merged with it!"),
                            MsgStyle::Exclamation);
         return;
     case FrameModel::DeleteResult::Deleted:
@@ -311,7 +316,8 @@ bool frmFrames::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::FocusOut && (watched == tbMarginWidth || watched == tbMarginHeight)) {
         const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
         // Another window taking the focus (the message itself) is no leaving; Cancel drops all.
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && QApplication::focusWidget() != Command1)
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+            QApplication::focusWidget() != Command1)
             margin_LostFocus(static_cast<QLineEdit *>(watched));
     }
     return WizardForm::eventFilter(watched, event);
@@ -325,7 +331,8 @@ void frmFrames::margin_LostFocus(QLineEdit *box)
     if (text.isEmpty() || IsNumeric(text))
         return;
     m_checkingMargin = true;
-    refuse(QStringLiteral("MarginWidth and MarginHeight") + LineEnd + QStringLiteral("must be numeric!"), MsgStyle::Exclamation, box);
+    refuse(QStringLiteral("MarginWidth and MarginHeight") + LineEnd + QStringLiteral("must be numeric!"),
+           MsgStyle::Exclamation, box);
     m_checkingMargin = false;
 }
 
@@ -402,14 +409,16 @@ void frmFrames::ckNewDocument_Click()
     tbTitle->setEnabled(on);
     ckSaveFile->setEnabled(on);
     const bool file = on && ckSaveFile->isChecked();
-    for (QWidget *control : {static_cast<QWidget *>(tbFileName), static_cast<QWidget *>(Command2[1]), static_cast<QWidget *>(ckBaseURL)})
+    for (QWidget *control : {static_cast<QWidget *>(tbFileName), static_cast<QWidget *>(Command2[1]),
+                             static_cast<QWidget *>(ckBaseURL)})
         control->setEnabled(file);
 }
 
 void frmFrames::ckSaveFile_Click()
 {
     const bool on = ckSaveFile->isChecked();
-    for (QWidget *control : {static_cast<QWidget *>(tbFileName), static_cast<QWidget *>(Command2[1]), static_cast<QWidget *>(ckBaseURL)})
+    for (QWidget *control : {static_cast<QWidget *>(tbFileName), static_cast<QWidget *>(Command2[1]),
+                             static_cast<QWidget *>(ckBaseURL)})
         control->setEnabled(on);
 }
 

@@ -16,7 +16,8 @@ class QPushButton;
 class QRadioButton;
 class QTabWidget;
 
-namespace pw {
+namespace pw
+{
 
 class VirtualWindow;
 
@@ -37,7 +38,8 @@ public:
     QMenu *mnuRightClick = nullptr;
     QAction *mnuSplitV = nullptr, *mnuSplitH = nullptr, *mnuEdit = nullptr, *mnuDelete = nullptr;
     // Edit Current Frame
-    QLineEdit *tbFrameName = nullptr, *tbSource = nullptr, *tbMarginWidth = nullptr, *tbMarginHeight = nullptr;
+    QLineEdit *tbFrameName = nullptr, *tbSource = nullptr, *tbMarginWidth = nullptr,
+              *tbMarginHeight = nullptr;
     QLineEdit *tbExtraTag = nullptr;
     QRadioButton *opScrolling[3] = {};
     QCheckBox *ckNoResize = nullptr;

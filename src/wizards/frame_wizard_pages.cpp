@@ -15,12 +15,13 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-namespace pw {
+namespace pw
+{
 
-namespace {
+namespace
+{
 
-template<typename W>
-W *named(W *widget, const QString &name)
+template <typename W> W *named(W *widget, const QString &name)
 {
     widget->setObjectName(name);
     return widget;
@@ -84,7 +85,8 @@ void frmFrames::buildEditPage()
     auto *scrollingRow = new QHBoxLayout(scrolling);
     static const char *const scrollCaptions[] = {"Auto", "Yes", "No"};
     for (int i = 0; i < 3; ++i) {
-        opScrolling[i] = named(new QRadioButton(QLatin1String(scrollCaptions[i]), scrolling), QStringLiteral("opScrolling(%1)").arg(i));
+        opScrolling[i] = named(new QRadioButton(QLatin1String(scrollCaptions[i]), scrolling),
+                               QStringLiteral("opScrolling(%1)").arg(i));
         scrollingRow->addWidget(opScrolling[i]);
     }
     opScrolling[0]->setChecked(true);
@@ -126,26 +128,33 @@ void frmFrames::buildEditPage()
 void frmFrames::buildOptionsPage()
 {
     QWidget *page = Picture1[2];
-    ckPercentage = named(new QCheckBox(QStringLiteral("All Frames in percentages"), page), QStringLiteral("ckPercentage"));
+    ckPercentage = named(new QCheckBox(QStringLiteral("All Frames in percentages"), page),
+                         QStringLiteral("ckPercentage"));
     Frame1 = named(new QGroupBox(QStringLiteral("Design for"), page), QStringLiteral("Frame1"));
     auto *sizes = new QHBoxLayout(Frame1);
     static const char *const sizeCaptions[] = {"640 x 480", "800 x 600", "1024 x 768"};
     for (int i = 0; i < 3; ++i) {
-        opScreenSize[i] = named(new QRadioButton(QLatin1String(sizeCaptions[i]), Frame1), QStringLiteral("opScreenSize(%1)").arg(i));
+        opScreenSize[i] = named(new QRadioButton(QLatin1String(sizeCaptions[i]), Frame1),
+                                QStringLiteral("opScreenSize(%1)").arg(i));
         sizes->addWidget(opScreenSize[i]);
     }
-    ckNewDocument = named(new QCheckBox(QStringLiteral("Create in New Document"), page), QStringLiteral("ckNewDocument"));
+    ckNewDocument =
+        named(new QCheckBox(QStringLiteral("Create in New Document"), page), QStringLiteral("ckNewDocument"));
     tbTitle = named(new QLineEdit(page), QStringLiteral("tbTitle"));
     ckSaveFile = named(new QCheckBox(QStringLiteral("Save File As"), page), QStringLiteral("ckSaveFile"));
     tbFileName = named(new QLineEdit(page), QStringLiteral("tbFileName"));
     Command2[1] = browseButton(page, QStringLiteral("Command2(1)"));
-    ckBaseURL = named(new QCheckBox(QStringLiteral("Use base reference on frame source paths"), page), QStringLiteral("ckBaseURL"));
-    ckNoFrameTag = named(new QCheckBox(QStringLiteral("Include NOFRAME tag"), page), QStringLiteral("ckNoFrameTag"));
-    ckNoFramesMerge = named(new QCheckBox(QStringLiteral("Merge NOFRAMES section from"), page), QStringLiteral("ckNoFramesMerge"));
+    ckBaseURL = named(new QCheckBox(QStringLiteral("Use base reference on frame source paths"), page),
+                      QStringLiteral("ckBaseURL"));
+    ckNoFrameTag =
+        named(new QCheckBox(QStringLiteral("Include NOFRAME tag"), page), QStringLiteral("ckNoFrameTag"));
+    ckNoFramesMerge = named(new QCheckBox(QStringLiteral("Merge NOFRAMES section from"), page),
+                            QStringLiteral("ckNoFramesMerge"));
     tbNoFramesFile = named(new QLineEdit(page), QStringLiteral("tbNoFramesFile"));
     Command2[0] = browseButton(page, QStringLiteral("Command2(0)"));
 
-    ckInPlace = named(new QCheckBox(QStringLiteral("Replace the frame set at the caret"), page), QStringLiteral("ckInPlace"));
+    ckInPlace = named(new QCheckBox(QStringLiteral("Replace the frame set at the caret"), page),
+                      QStringLiteral("ckInPlace"));
     ckInPlace->hide();
 
     auto *grid = new QGridLayout;

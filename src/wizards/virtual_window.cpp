@@ -5,9 +5,11 @@
 
 #include <cmath>
 
-namespace pw {
+namespace pw
+{
 
-namespace {
+namespace
+{
 
 // The 16-colour palette's entries the designer uses.
 const QColor Black(0, 0, 0);
@@ -50,7 +52,8 @@ VirtualWindow::VirtualWindow(const FrameModel &model, QWidget *parent) : QWidget
 
 QSize VirtualWindow::sizeHint() const
 {
-    return {(FrameModel::BoxWidth + TwipsPerPixel - 1) / TwipsPerPixel, (FrameModel::BoxHeight + TwipsPerPixel - 1) / TwipsPerPixel};
+    return {(FrameModel::BoxWidth + TwipsPerPixel - 1) / TwipsPerPixel,
+            (FrameModel::BoxHeight + TwipsPerPixel - 1) / TwipsPerPixel};
 }
 
 void VirtualWindow::setPointer(int pointer)
@@ -110,8 +113,8 @@ void VirtualWindow::paintEvent(QPaintEvent *)
                 drawRidge(p, false, a.Left, b.Top, b.Bottom);
         }
     }
-    if (count > 1 && m_model.CurrentFrame >= 1 && m_model.CurrentFrame <= count
-        && !m_model.frame(m_model.CurrentFrame).isDeleted()) {
+    if (count > 1 && m_model.CurrentFrame >= 1 && m_model.CurrentFrame <= count &&
+        !m_model.frame(m_model.CurrentFrame).isDeleted()) {
         const FrameSpec &f = m_model.frame(m_model.CurrentFrame);
         p.setPen(QPen(DarkGrey, 1));
         p.setBrush(Qt::NoBrush);

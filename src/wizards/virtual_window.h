@@ -4,7 +4,8 @@
 
 #include <QWidget>
 
-namespace pw {
+namespace pw
+{
 
 // pbVirtualWindow: the box that stands for the browser window, 5050 x 2970 twips at 15 twips a
 // pixel. It draws only in paintEvent, from the model and the line held; mouse events go out in
