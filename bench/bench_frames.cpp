@@ -112,8 +112,19 @@ static bench::Register framesBench("frames", [] {
                       QStringLiteral("\"frames\": %1").arg(form->model.liveCount()));
     }
 
+    const auto builderMs = [&form] {
+        QElapsedTimer t;
+        t.start();
+        const int n = 20;
+        for (int i = 0; i < n; ++i)
+            pw::FrameSetPieces(form->model, {});
+        return double(t.nsecsElapsed()) / 1e6 / n;
+    };
+    bench::report("frames", QStringLiteral("nested_16_frames_builder_only"), builderMs(), "ms");
+
     form->model.reset();
     grid(form->model);
+    bench::report("frames", QStringLiteral("grid_64_frames_builder_only"), builderMs(), "ms");
     std::vector<double> runs;
     for (int i = 0; i < 3; ++i)
         runs.push_back(generationMs(ws, *form, true));
