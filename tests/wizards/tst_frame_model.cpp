@@ -271,7 +271,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("markup");
         QTest::addColumn<QString>("written"); // empty: as read
         QTest::addColumn<bool>("percent");
-        QTest::newRow("worked example") << "<FRAMESET ROWS=\"33%,67%\">\r\n    <FRAME SRC=\"a.html\">\r\n"
+        QTest::newRow("top row over two columns") << "<FRAMESET ROWS=\"33%,67%\">\r\n    <FRAME SRC=\"a.html\">\r\n"
                                            "    <FRAMESET COLS=\"33%,67%\">\r\n        <FRAME>\r\n"
                                            "        <FRAME SCROLLING=\"NO\">\r\n    </FRAMESET>\r\n</FRAMESET>\r\n"
                                         << "" << true;

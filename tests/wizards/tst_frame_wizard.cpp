@@ -75,7 +75,7 @@ class TestFrameWizard : public ProgramTest
         form->mnuRightClick->hide();
         action->trigger();
     }
-    // The worked example's design: a top row at 990 twips, the lower row cut at 1680.
+    // A top row at 990 twips over a lower row cut at 1680.
     void topRowOverTwoColumns()
     {
         popup(200, 66, "mnuSplitH");
@@ -108,9 +108,9 @@ private Q_SLOTS:
         openWizard();
     }
 
-    // The worked example through the designer, saved under a bare name beside the current
+    // A top row over two columns through the designer, saved under a bare name beside the current
     // document; the design's first frame comes back at the next use.
-    void workedExampleSavedBesideTheDocument()
+    void topRowOverColumnsSavedBesideTheDocument()
     {
         QCOMPARE(form->windowTitle(), QStringLiteral("Frames Wizard"));
         QCOMPARE(ws().status.StatusText(), DesignStatus);
