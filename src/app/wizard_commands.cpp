@@ -5,6 +5,7 @@
 #include "wizards/anchor_wizard.h"
 #include "wizards/base_font_wizard.h"
 #include "wizards/form_wizard.h"
+#include "wizards/frame_wizard.h"
 #include "wizards/list_wizard.h"
 #include "wizards/rule_wizard.h"
 #include "wizards/table_wizard.h"
@@ -23,6 +24,7 @@ void RegisterWizardCommands(CommandTable &table, const CommandContext &context)
     table.setDocumentHandler(QStringLiteral("mnuHRDefine"), [&ws, main](frmDoc &doc) { ShowRuleWizard(ws, doc, main); });
     table.setDocumentHandler(QStringLiteral("mnuFontBaseFont"), [&ws, main](frmDoc &) { ShowBaseFontWizard(ws, main); });
     both(QStringLiteral("mnuTableDesign"), Button::Table, [&ws, main](frmDoc &) { ShowTableWizard(ws, main); });
+    both(QStringLiteral("mnuDesignFrame"), Button::Frame, [&ws, main](frmDoc &) { ShowFrameWizard(ws, main); });
     both(QStringLiteral("mnuListDesign"), Button::List, [&ws, main](frmDoc &) { ShowListWizard(ws, main); });
 
     // Each Form item opens the wizard on its kind; Define Form and imgForm on the whole form.

@@ -44,8 +44,8 @@ private Q_SLOTS:
         QStringList unhandled = (commands - QSet<QString>(handled.begin(), handled.end())).values();
         // Wizards, fonts, the browser test, resources, site map and the rest.
         const QStringList later = QStringLiteral(
-            "imgBody imgChar imgFrame imgHyperLink imgImage imgResources imgTest mnuCharMap "
-            "mnuDesignFrame mnuFileResources mnuFontRainbow mnuHTMLBodyBackground mnuHTMLHREF mnuHTMLImage "
+            "imgBody imgChar imgHyperLink imgImage imgResources imgTest mnuCharMap "
+            "mnuFileResources mnuFontRainbow mnuHTMLBodyBackground mnuHTMLHREF mnuHTMLImage "
             "mnuOptionSelectBrowser mnuOptionSiteMap").split(QLatin1Char(' '));
         unhandled.sort();
         QCOMPARE(unhandled, later);
