@@ -30,7 +30,7 @@ LongPass::LongPass(Workspace &workspace, const QString &statusText, bool showPro
     : m_workspace(workspace), m_busy(workspace.platform.idle()), m_progress(workspace.status, showProgress)
 {
     if (!statusText.isEmpty())
-        m_workspace.status.SetStatusText(statusText);
+        m_workspace.status.SetPassStatusText(statusText);
     m_workspace.status.ShowWaitCursor();
 }
 
@@ -43,6 +43,11 @@ LongPass::~LongPass()
 void LongPass::step(qint64 done, qint64 total)
 {
     m_progress.step(done, total);
+}
+
+bool LongPass::progressShown() const
+{
+    return m_workspace.status.progressShown();
 }
 
 bool LongPass::escapePressed()

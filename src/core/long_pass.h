@@ -44,6 +44,8 @@ public:
     // True when the user pressed Escape since the last poll. Polled by the platform's clock, at
     // most every 20 ms, however often a pass asks; the first poll of a pass always happens.
     bool escapePressed();
+    // The strip has appeared: the pass has run long enough to be seen.
+    bool progressShown() const;
     // No hourglass over a box the pass shows; it comes back after.
     void pauseWaitCursor();
     void resumeWaitCursor();

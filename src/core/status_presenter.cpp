@@ -38,12 +38,21 @@ StatusPresenter::StatusPresenter(QStatusBar &bar, QLabel &message, QLabel &line,
 
 void StatusPresenter::SetStatusText(const QString &text)
 {
+    m_messageWaiting = false;
     m_message.setText(QLatin1Char(' ') + text);
     m_bar.repaint();
 }
 
+void StatusPresenter::SetPassStatusText(const QString &text)
+{
+    m_message.setText(QLatin1Char(' ') + text);
+    m_messageStart = m_clock();
+    m_messageWaiting = true;
+}
+
 void StatusPresenter::ClearStatusText()
 {
+    m_messageWaiting = false;
     if (!m_message.text().isEmpty())
         m_message.clear();
 }
@@ -117,9 +126,13 @@ void StatusPresenter::showProgress()
 void StatusPresenter::setProgress(int value)
 {
     m_progressValue = value;
+    const qint64 now = m_clock();
+    if (m_messageWaiting && now - m_messageStart >= ProgressAppearsAfter) {
+        m_messageWaiting = false;
+        m_bar.repaint();
+    }
     if (!m_progressWanted)
         return;
-    const qint64 now = m_clock();
     if (!m_progressShown) {
         if (now - m_progressStart < ProgressAppearsAfter)
             return;

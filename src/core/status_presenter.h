@@ -31,6 +31,9 @@ public:
 
     // One blank and the text in the message panel, painted at once so it shows during a long pass.
     void SetStatusText(const QString &text);
+    // The same for a pass that polls: painted at its first poll after 150 ms, as the strip appears,
+    // so a quick pass spends nothing on painting a text no one would see.
+    void SetPassStatusText(const QString &text);
     void ClearStatusText();
     QString StatusText() const;
 
@@ -45,6 +48,7 @@ public:
     void showProgress();
     void setProgress(int value);
     void pollProgress() { setProgress(m_progressValue); }
+    bool progressShown() const { return m_progressShown; }
     void hideProgress();
     // The steady clock in milliseconds that paces the strip (the platform's).
     void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
@@ -75,6 +79,8 @@ private:
     int m_progressValue = 0;
     bool m_progressWanted = false;
     bool m_progressShown = false;
+    qint64 m_messageStart = 0;
+    bool m_messageWaiting = false; // a pass's text not painted yet
 };
 
 } // namespace pw

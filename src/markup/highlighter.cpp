@@ -104,8 +104,15 @@ private:
         int tagStart = upTo(QLatin1Char('<'), 0);
         while (tagStart != lastTagStart && !aborted) {
             const int length = int(m_text.size());
-            if (m_pass)
+            if (m_pass) {
                 m_pass->step(tagStart, length);
+                // A pass long enough to show its strip shows the page too, as far as it is coloured.
+                if (!m_textShown && m_pass->progressShown()) {
+                    m_textShown = true;
+                    flush();
+                    m_surface.Refresh();
+                }
+            }
             while (span < m_comments.size() && m_comments[span].CommentEnd < tagStart)
                 ++span;
             int caret;
@@ -219,6 +226,7 @@ private:
     QMetaObject::Connection m_watch;
     int m_lastFont = -1; // the last font range queued, while it can still grow
     bool m_applying = false;
+    bool m_textShown = false;
     bool m_changedOutside = false;
 };
 
@@ -290,8 +298,8 @@ QString failureMessage(const PassFailure &failure, const QString &caption)
 // a pass and touches no document state.
 void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, frmDoc *document, const QString &caption)
 {
+    // Not painted here: a short pass shows the page coloured, a long one when its strip appears.
     text.setVisible(true);
-    text.Refresh();
     if (!ws.options.isChecked(Option::Highlight))
         return;
 
