@@ -36,6 +36,14 @@ public:
         --m_inChange;
         m_changeFrom = outerFrom;
         m_changeTo = outerTo;
+        // A handler of the change may have laid the block out before this call, so the base finds
+        // its height unchanged and repaints that block alone: the lines below would stay where they
+        // were drawn. The shown lines are counted, so a change in them repaints all below.
+        const int lines = document()->lineCount();
+        if (lines != std::exchange(m_lineCount, lines)) {
+            Q_EMIT documentSizeChanged(documentSize());
+            Q_EMIT update();
+        }
     }
 
 private:
@@ -61,6 +69,7 @@ private:
 
     EditingSurface &m_surface;
     int m_inChange = 0;
+    int m_lineCount = -1; // the document's shown lines after the last change
     int m_changeFrom = 0;
     int m_changeTo = 0;
 };
