@@ -42,10 +42,9 @@ public:
     void Command2_Click();
     void Command3_Click();
     void Command5_Click();
-
-protected:
     // Cancel, by the button, Escape or the close box: the old tag is left unselected.
     void reject() override;
+
 
 private:
     void setTag(const QString &tag);
