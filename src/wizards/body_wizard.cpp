@@ -46,6 +46,7 @@ frmBody::frmBody(Workspace &workspace, QWidget *parent)
     cbTexture->setEditable(true);
     cbTexture->setInsertPolicy(QComboBox::NoInsert);
     Command1 = named(new QPushButton(QStringLiteral("&Browse"), textureFrame), QStringLiteral("Command1"));
+    Command1->setAutoDefault(false); // Enter in a field still means OK
     chkBaseURL = named(new QCheckBox(BaseReferenceCaption, textureFrame), QStringLiteral("chkBaseURL"));
     auto *textureLayout = new QGridLayout(textureFrame);
     textureLayout->addWidget(cbTexture, 0, 0);

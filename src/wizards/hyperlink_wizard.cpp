@@ -94,10 +94,13 @@ frmHyperLink::frmHyperLink(Workspace &workspace, QWidget *parent)
     (new QVBoxLayout(namesFrame))->addWidget(lstLocalNames);
 
     Command1 = named(new QPushButton(QStringLiteral("&Browse"), this), "Command1");
+
+    Command1->setAutoDefault(false); // Enter in a field still means OK
     Command2 = named(new QPushButton(QStringLiteral("&OK"), this), "Command2");
     Command2->setDefault(true);
     Command3 = named(new QPushButton(QStringLiteral("&Cancel"), this), "Command3");
     Command4 = named(new QPushButton(QStringLiteral("&Image"), this), "Command4");
+    Command4->setAutoDefault(false); // Enter in a field still means OK
 
     auto *fields = new QFormLayout;
     auto *urlRow = new QHBoxLayout;

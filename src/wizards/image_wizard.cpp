@@ -137,6 +137,7 @@ frmImage::frmImage(Workspace &workspace, QWidget *parent, QLineEdit *hyperCaptio
     cbSource->setInsertPolicy(QComboBox::NoInsert);
     cbSource->setMinimumWidth(300);
     Command1 = named(new QPushButton(QStringLiteral("&Browse"), sourceFrame), "Command1");
+    Command1->setAutoDefault(false); // Enter in a field still means OK
     chkBaseURL = named(new QCheckBox(BaseReferenceCaption, sourceFrame), "chkBaseURL");
     auto *sourceLayout = new QGridLayout(sourceFrame);
     sourceLayout->addWidget(cbSource, 0, 0);

@@ -1,4 +1,5 @@
 #include "isolated_main.h"
+#include "platform/common_dialog.h"
 #include "wizards/body_tag.h"
 #include "wizards/char_map.h"
 #include "wizards/hyperlink_wizard.h"
@@ -184,6 +185,25 @@ private Q_SLOTS:
         QVERIFY(!PictureSize(dir.filePath("missing.gif")));
         QVERIFY(!PictureSize(dir.path())); // a folder
         QVERIFY(!PictureSize(QString()));
+    }
+
+    // The browse filters as the file dialog takes them: "All" shows every file, with or without a dot.
+    void browseFilters_data()
+    {
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QStringList>("nameFilters");
+        QTest::newRow("pictures") << PictureFilter
+                                  << QStringList{"jpeg; gif (*.jpg; *.gif) (*.jpg *.gif)", "jpeg (*.jpg) (*.jpg)",
+                                                 "gif (*.gif) (*.gif)", "All (*.*) (*)"};
+        QTest::newRow("pages, blanks between patterns")
+            << "HTML (*.html; *.htm; *.shtml)|*.html; *.htm; *.shtml|All (*.*)|*.*"
+            << QStringList{"HTML (*.html; *.htm; *.shtml) (*.html *.htm *.shtml)", "All (*.*) (*)"};
+    }
+    void browseFilters()
+    {
+        QFETCH(QString, filter);
+        QFETCH(QStringList, nameFilters);
+        QCOMPARE(CommonDialog::nameFilters(filter), nameFilters);
     }
 
     void picturePath_data()
