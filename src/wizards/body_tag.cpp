@@ -41,11 +41,6 @@ std::pair<QString, QString> splitAt(const QString &tag, const QString &name)
     return {tag.left(p), tag.mid(right)};
 }
 
-bool isBlank(QChar c)
-{
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\r') || c == QLatin1Char('\n');
-}
-
 } // namespace
 
 QString Updatetag(const QString &tag, const QString &name, const QString &value)
@@ -65,53 +60,16 @@ QString DeleteSubTag(const QString &tag, const QString &name)
 BodyPreload ReadBodyTag(const QString &tag)
 {
     BodyPreload read;
-    const qsizetype n = tag.size();
-    qsizetype i = qMin<qsizetype>(5, n); // behind "<BODY"
-    for (;;) {
-        while (i < n && isBlank(tag[i]))
-            ++i;
-        if (i >= n) {
-            read.nonStandard = true; // no ">"
-            return read;
-        }
-        if (tag[i] == QLatin1Char('>'))
-            return read;
-        const qsizetype nameStart = i;
-        while (i < n && !isBlank(tag[i]) && tag[i] != QLatin1Char('=') && tag[i] != QLatin1Char('>'))
-            ++i;
-        const QString name = tag.mid(nameStart, i - nameStart).toUpper();
-        qsizetype j = i;
-        while (j < n && isBlank(tag[j]))
-            ++j;
-        QString value;
-        bool quoted = false;
-        if (j < n && tag[j] == QLatin1Char('=')) {
-            i = j + 1;
-            while (i < n && isBlank(tag[i]))
-                ++i;
-            if (i < n && tag[i] == QLatin1Char('"')) {
-                const qsizetype close = tag.indexOf(QLatin1Char('"'), i + 1);
-                if (close < 0) {
-                    read.nonStandard = true;
-                    return read;
-                }
-                value = tag.mid(i + 1, close - i - 1);
-                quoted = true;
-                i = close + 1;
-            } else {
-                const qsizetype valueStart = i;
-                while (i < n && !isBlank(tag[i]) && tag[i] != QLatin1Char('>'))
-                    ++i;
-                value = tag.mid(valueStart, i - valueStart);
-            }
-        }
+    const ParsedTag parsed = ParseTag(tag);
+    for (const TagAttribute &attribute : parsed.attributes) {
+        const QString &name = attribute.name;
         if (name == QLatin1String("BACKGROUND") || name == QLatin1String("ONLOAD")) {
-            if (!quoted) {
+            if (!attribute.quoted) {
                 read.nonStandard = true;
                 return read;
             }
             if (name == QLatin1String("BACKGROUND"))
-                read.texture = value;
+                read.texture = attribute.value;
             continue;
         }
         std::optional<qint32> *slot = nullptr;
@@ -120,14 +78,16 @@ BodyPreload ReadBodyTag(const QString &tag)
         for (size_t k = 0; k < BodyColorNames.size(); ++k)
             if (name == QLatin1String(BodyColorNames[k]))
                 slot = &read.colors[k];
-        if (!slot || !value.startsWith(QLatin1Char('#')))
+        if (!slot || !attribute.value.startsWith(QLatin1Char('#')))
             continue; // a colour by name ("white") is not read; it stays in the tag
-        *slot = HexToColor(value.mid(1));
+        *slot = HexToColor(attribute.value.mid(1));
         if (!*slot) {
             read.nonStandard = true;
             return read;
         }
     }
+    read.nonStandard = parsed.broken;
+    return read;
 }
 
 std::optional<TagSpan> FindBodyTag(EditingSurface &surface)
@@ -135,19 +95,8 @@ std::optional<TagSpan> FindBodyTag(EditingSurface &surface)
     const int start = surface.Find(QStringLiteral("<BODY"), 0, -1, EditingSurface::NoHighlight);
     if (start < 0)
         return std::nullopt;
-    constexpr int Piece = 4096;
-    const int length = surface.TextLength();
-    bool inQuotes = false;
-    for (int at = start; at < length; at += Piece) {
-        const QString piece = surface.Mid(at, Piece);
-        for (qsizetype k = 0; k < piece.size(); ++k) {
-            if (piece[k] == QLatin1Char('"'))
-                inQuotes = !inQuotes;
-            else if (piece[k] == QLatin1Char('>') && !inQuotes)
-                return TagSpan{start, at + int(k) + 1 - start};
-        }
-    }
-    return TagSpan{start, 0};
+    const int end = TagEnd(surface, start);
+    return TagSpan{start, end < 0 ? 0 : end + 1 - start};
 }
 
 } // namespace pw

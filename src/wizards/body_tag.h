@@ -1,5 +1,7 @@
 #pragma once
 
+#include "wizards/tag_reading.h"
+
 #include <QString>
 
 #include <array>
@@ -40,10 +42,6 @@ BodyPreload ReadBodyTag(const QString &tag);
 // Where a document's body tag stands: the first "<BODY" in any case, up to the first ">" outside
 // quotes. Read in pieces, never as a copy of the text. length is 0 when there is no ">" behind it;
 // nothing when there is no "<BODY".
-struct TagSpan {
-    int start = 0;
-    int length = 0;
-};
 std::optional<TagSpan> FindBodyTag(EditingSurface &surface);
 
 } // namespace pw

@@ -6,6 +6,7 @@
 #include "markup/tag_placement.h"
 #include "platform/message_box.h"
 #include "wizards/image_wizard.h"
+#include "wizards/local_target.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,6 +14,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -35,6 +37,17 @@ QString HyperLinkStart(const HyperLinkOptions &o)
     if (!o.extraTags.isEmpty())
         tag += QLatin1Char(' ') + o.extraTags;
     return tag + QLatin1Char('>');
+}
+
+HyperLinkOptions HyperLinkOptionsFromTag(const ParsedTag &tag)
+{
+    HyperLinkOptions o;
+    if (const TagAttribute *href = tag.find("HREF"))
+        o.url = href->value;
+    if (const TagAttribute *target = tag.find("TARGET"))
+        o.target = target->value;
+    o.extraTags = tag.othersThan({"HREF", "TARGET"});
+    return o;
 }
 
 QStringList ResourceTypes()
@@ -85,6 +98,8 @@ frmHyperLink::frmHyperLink(Workspace &workspace, QWidget *parent)
     tbimagecaption = named(new EditingSurface(this), "tbimagecaption");
     tbimagecaption->setClassFonts(&workspace.fonts);
     tbimagecaption->hide();
+    lbTargetCheck = named(new QLabel(this), "lbTargetCheck");
+    lbTargetCheck->setWordWrap(true);
 
     auto *resourceFrame = new QGroupBox(QStringLiteral("Resource Types"), this);
     lstRecourses = named(new QListWidget(resourceFrame), "lstRecourses");
@@ -107,6 +122,7 @@ frmHyperLink::frmHyperLink(Workspace &workspace, QWidget *parent)
     urlRow->addWidget(cbURL, 1);
     urlRow->addWidget(Command1);
     fields->addRow(QStringLiteral("URL:"), urlRow);
+    fields->addRow(QString(), lbTargetCheck);
     fields->addRow(QString(), chkBaseURL);
     fields->addRow(QStringLiteral("Target Name:"), cbTargetName);
     auto *captionRow = new QHBoxLayout;
@@ -125,6 +141,7 @@ frmHyperLink::frmHyperLink(Workspace &workspace, QWidget *parent)
     layout->addLayout(lists);
     layout->addWidget(buttons);
 
+    connect(cbURL, &QComboBox::editTextChanged, this, &frmHyperLink::cbURL_Change);
     connect(lstRecourses, &QListWidget::itemClicked, this, &frmHyperLink::lstRecourses_Click);
     connect(lstLocalNames, &QListWidget::itemClicked, this, &frmHyperLink::lstLocalNames_Click);
     connect(Command1, &QPushButton::clicked, this, &frmHyperLink::Command1_Click);
@@ -148,6 +165,44 @@ void frmHyperLink::Form_Load()
         for (int i = 1; i <= 20 && !names[i].isEmpty(); ++i)
             lstLocalNames->addItem(names[i]);
     }
+    editTagAtCaret();
+}
+
+void frmHyperLink::editTagAtCaret()
+{
+    frmDoc *document = m_workspace.current();
+    if (!document || document->Text->SelLength() != 0)
+        return;
+    EditingSurface &surface = *document->Text;
+    const std::optional<TagSpan> span = TagAround(surface, surface.SelStart());
+    if (!span)
+        return;
+    const ParsedTag tag = ParseTag(surface.Mid(span->start, span->length));
+    if (tag.name != QLatin1String("A") || tag.broken)
+        return;
+    surface.setSelStart(span->start);
+    surface.setSelLength(span->length);
+    m_inPlace = true;
+    const HyperLinkOptions o = HyperLinkOptionsFromTag(tag);
+    cbURL->setEditText(o.url);
+    cbTargetName->setEditText(o.target);
+    tbExtraTags->setText(o.extraTags);
+    tbHyperCaption->setEnabled(false);
+    Command4->setEnabled(false);
+}
+
+void frmHyperLink::reject()
+{
+    if (frmDoc *document = m_workspace.current(); document && m_inPlace)
+        document->Text->setSelLength(0);
+    WizardForm::reject();
+}
+
+void frmHyperLink::cbURL_Change()
+{
+    const frmDoc *document = m_workspace.current();
+    lbTargetCheck->setText(
+        TargetCheckText(CheckLocalTarget(cbURL->currentText(), document ? document->state().path() : QString())));
 }
 
 void frmHyperLink::lstRecourses_Click()
@@ -198,7 +253,11 @@ void frmHyperLink::Command2_Click()
                               MsgStyle::YesNo + MsgStyle::Information)
                == MsgAnswer::No)
         return;
-    if (document) {
+    if (document && m_inPlace) {
+        PlaceSingleTag(m_workspace, *document, HyperLinkStart(o));
+        if (!o.url.startsWith(QLatin1Char('#')))
+            RememberInPreviousList(m_workspace.previous[PreviousKind::URLs], o.url, 20);
+    } else if (document) {
         EditingSurface &surface = *document->Text;
         EditingSurface::EditGroup oneStep(surface);
         PlaceSingleTag(m_workspace, *document, HyperLinkStart(o));

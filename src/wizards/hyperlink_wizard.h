@@ -1,9 +1,11 @@
 #pragma once
 
+#include "wizards/tag_reading.h"
 #include "wizards/wizard_conduct.h"
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
@@ -19,6 +21,8 @@ struct HyperLinkOptions {
 
 // <A HREF="url"> with TARGET and the extra tags when given.
 QString HyperLinkStart(const HyperLinkOptions &options);
+// The options an <A> start tag of a page was written from; other attributes go to the extra tags.
+HyperLinkOptions HyperLinkOptionsFromTag(const ParsedTag &tag);
 // The entries of "Resource Types", in order.
 QStringList ResourceTypes();
 // A resource type goes in front of the URL typed so far ("#" alone for the local one); a local
@@ -51,15 +55,24 @@ public:
     QPushButton *Command2 = nullptr; // OK
     QPushButton *Command3 = nullptr; // Cancel
     QPushButton *Command4 = nullptr; // Image
+    QLabel *lbTargetCheck = nullptr; // a local target missing, or there in another letter case
 
     void Form_Load() override;
+    void cbURL_Change();
     void lstRecourses_Click();
     void lstLocalNames_Click();
     void Command1_Click();
     void Command2_Click();
     void Command4_Click();
 
+    // Cancel, by any way: a start tag selected to be replaced is left unselected.
+    void reject() override;
+
 private:
+    // With the caret inside an <A> start tag and nothing selected: the tag selected, the fields from
+    // it; OK then replaces only the start tag, and the caption stays as it is.
+    void editTagAtCaret();
+    bool m_inPlace = false;
     // The Image Wizard closed, by OK or Cancel: the caption box's text becomes the picture caption.
     void imageCaptionBack();
 };

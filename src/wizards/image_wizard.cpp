@@ -5,6 +5,7 @@
 #include "core/workspace.h"
 #include "markup/tag_placement.h"
 #include "platform/message_box.h"
+#include "wizards/local_target.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -96,6 +97,34 @@ QString ImageTag(const ImageOptions &o)
     return tag + QLatin1Char('>');
 }
 
+ImageOptions ImageOptionsFromTag(const ParsedTag &tag)
+{
+    ImageOptions o;
+    const auto value = [&tag](const char *name) {
+        const TagAttribute *attribute = tag.find(name);
+        return attribute ? attribute->value : QString();
+    };
+    o.source = value("SRC");
+    o.alt = value("ALT");
+    o.border = value("BORDER");
+    o.height = value("HEIGHT");
+    o.width = value("WIDTH");
+    o.vspace = value("VSPACE");
+    o.hspace = value("HSPACE");
+    o.useMap = value("USEMAP");
+    if (o.useMap.startsWith(QLatin1Char('#')))
+        o.useMap.remove(0, 1);
+    const QString align = value("ALIGN").toUpper();
+    for (int i = 1; i < 9; ++i)
+        if (align == QLatin1String(Alignments[i].value) || (i == 6 && align == QLatin1String("TEXTTOP")))
+            o.alignment = i;
+    o.isMap = tag.find("ISMAP") != nullptr;
+    o.extraTags = o.alignment > 0 || align.isEmpty()
+                      ? tag.othersThan({"SRC", "ALT", "BORDER", "HEIGHT", "WIDTH", "VSPACE", "HSPACE", "USEMAP", "ALIGN", "ISMAP"})
+                      : tag.othersThan({"SRC", "ALT", "BORDER", "HEIGHT", "WIDTH", "VSPACE", "HSPACE", "USEMAP", "ISMAP"});
+    return o;
+}
+
 std::optional<QSize> PictureSize(const QString &path)
 {
     // Only plain files: a folder, a pipe or a device would fail or stall the typing.
@@ -139,10 +168,13 @@ frmImage::frmImage(Workspace &workspace, QWidget *parent, QLineEdit *hyperCaptio
     Command1 = named(new QPushButton(QStringLiteral("&Browse"), sourceFrame), "Command1");
     Command1->setAutoDefault(false); // Enter in a field still means OK
     chkBaseURL = named(new QCheckBox(BaseReferenceCaption, sourceFrame), "chkBaseURL");
+    lbTargetCheck = named(new QLabel(sourceFrame), "lbTargetCheck");
+    lbTargetCheck->setWordWrap(true);
     auto *sourceLayout = new QGridLayout(sourceFrame);
     sourceLayout->addWidget(cbSource, 0, 0);
     sourceLayout->addWidget(Command1, 0, 1);
-    sourceLayout->addWidget(chkBaseURL, 1, 0, 1, 2);
+    sourceLayout->addWidget(lbTargetCheck, 1, 0, 1, 2);
+    sourceLayout->addWidget(chkBaseURL, 2, 0, 1, 2);
 
     tbAlt = box("tbAlt");
     tbBorderSize = box("tbBorderSize");
@@ -221,6 +253,44 @@ void frmImage::Form_Load()
         chkBaseURL->setChecked(false);
         chkBaseURL->setEnabled(false);
     }
+    if (!m_hyperCaption)
+        editTagAtCaret();
+}
+
+void frmImage::editTagAtCaret()
+{
+    frmDoc *document = m_workspace.current();
+    if (!document || document->Text->SelLength() != 0)
+        return;
+    EditingSurface &surface = *document->Text;
+    const std::optional<TagSpan> span = TagAround(surface, surface.SelStart());
+    if (!span)
+        return;
+    const ParsedTag tag = ParseTag(surface.Mid(span->start, span->length));
+    if (tag.name != QLatin1String("IMG") || tag.broken)
+        return;
+    surface.setSelStart(span->start);
+    surface.setSelLength(span->length);
+    m_inPlace = true;
+    const ImageOptions o = ImageOptionsFromTag(tag);
+    cbSource->setEditText(o.source);
+    tbAlt->setText(o.alt);
+    tbBorderSize->setText(o.border);
+    tbHeight->setText(o.height); // the tag's own sizes, not the picture's
+    tbWidth->setText(o.width);
+    tbVSpace->setText(o.vspace);
+    tbHSpace->setText(o.hspace);
+    tbUseMap->setText(o.useMap);
+    opAlignment[o.alignment]->setChecked(true);
+    chkIsMap->setChecked(o.isMap);
+    tbExtraTags->setText(o.extraTags);
+}
+
+void frmImage::reject()
+{
+    if (frmDoc *document = m_workspace.current(); document && m_inPlace)
+        document->Text->setSelLength(0);
+    WizardForm::reject();
 }
 
 void frmImage::cbSource_Change()
@@ -229,6 +299,7 @@ void frmImage::cbSource_Change()
     const std::optional<QSize> size = PictureSize(PicturePath(cbSource->currentText(), relative, documentPath()));
     tbHeight->setText(size ? QString::number(size->height()) : QString());
     tbWidth->setText(size ? QString::number(size->width()) : QString());
+    lbTargetCheck->setText(TargetCheckText(CheckLocalTarget(cbSource->currentText(), documentPath())));
 }
 
 void frmImage::Command1_Click()

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "wizards/tag_reading.h"
 #include "wizards/wizard_conduct.h"
 
 #include <QSize>
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -32,6 +34,10 @@ QString ImageFaultMessage(ImageFault fault);
 // map's name behind a "#" the wizard adds.
 QString ImageTag(const ImageOptions &options);
 
+// The options an <IMG> tag of a page was written from; what the wizard has no field for goes to the
+// extra tags as written.
+ImageOptions ImageOptionsFromTag(const ParsedTag &tag);
+
 // A picture's size in pixels as a browser shows it (a JPEG turned by its EXIF mark), read from its
 // header alone and known by its content, not its name. Nothing for anything but a readable
 // picture file.
@@ -54,6 +60,7 @@ public:
     QComboBox *cbSource = nullptr;
     QCheckBox *chkBaseURL = nullptr;
     QPushButton *Command1 = nullptr; // Browse
+    QLabel *lbTargetCheck = nullptr; // the picture missing, or there in another letter case
     QLineEdit *tbAlt = nullptr, *tbBorderSize = nullptr, *tbHeight = nullptr, *tbWidth = nullptr;
     QLineEdit *tbVSpace = nullptr, *tbHSpace = nullptr;
     QRadioButton *opAlignment[9] = {};
@@ -68,12 +75,18 @@ public:
     void Command1_Click();
     void Command3_Click();
 
+    // Cancel, by any way: a tag selected to be replaced is left unselected.
+    void reject() override;
+
 protected:
     void done(int result) override;
 
 private:
     QString documentPath() const;
+    // With the caret inside an <IMG> tag and nothing selected: the tag selected, the fields from it.
+    void editTagAtCaret();
     QLineEdit *m_hyperCaption;
+    bool m_inPlace = false;
 };
 
 // mnuHTMLImage and imgImage: asks first about a selection; at No the dialog doesn't open.

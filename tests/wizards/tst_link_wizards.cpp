@@ -189,6 +189,11 @@ private Q_SLOTS:
         QCOMPARE(form->tbWidth->text(), QString());
         QTest::keyClick(form->cbSource, Qt::Key_F);
         QCOMPARE(form->tbWidth->text(), QStringLiteral("88"));
+        QCOMPARE(form->lbTargetCheck->text(), QString());
+        form->cbSource->setEditText(QStringLiteral("IMG/logo.gif")); // there, in another letter case
+        QVERIFY(form->lbTargetCheck->text().contains(path(QStringLiteral("img/logo.gif"))));
+        form->cbSource->setEditText(QStringLiteral("img/logo.gif"));
+        QCOMPARE(form->lbTargetCheck->text(), QString());
         form->tbAlt->setText(QStringLiteral("logo"));
         form->tbVSpace->setText(QStringLiteral("x"));
         form->tbHeight->setText(QStringLiteral("tall"));
@@ -363,6 +368,59 @@ private Q_SLOTS:
         QCOMPARE(fontClasses(*doc->Text), "tt" + QString(13, 'h') + "tt" + QString(20, 'h') + "tt" + QString(7, 'h') + "tt");
         QCOMPARE(passLeftovers(main()), QString());
         QTRY_VERIFY(!main().findChild<WizardForm *>());
+    }
+
+    // With the caret inside a tag and nothing selected, its wizard opens filled from it and OK
+    // replaces it where it stands.
+    void editInPlace_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("picture") << "mnuHTMLImage" << "a <IMG SRC=\"img/logo.gif\" ALT=\"old\" WIDTH=10 ALIGN=\"LEFT\"> b"
+                                 << "tbAlt" << "new" << "a <IMG SRC=\"img/logo.gif\" ALT=\"new\" WIDTH=10 ALIGN=\"LEFT\"> b";
+        QTest::newRow("link: the start tag, the caption kept") << "mnuHTMLHREF" << "a <A HREF=\"x.html\" TARGET=\"_top\">Home</A> b"
+                                                               << "cbURL" << "y.html" << "a <A HREF=\"y.html\" TARGET=\"_top\">Home</A> b";
+        QTest::newRow("other tag: a new picture") << "mnuHTMLImage" << "a <B> b" << "cbSource" << "c.gif"
+                                                  << "a <<IMG SRC=\"c.gif\">B> b";
+    }
+    void editInPlace()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, text);
+        QFETCH(QString, field);
+        QFETCH(QString, value);
+        QFETCH(QString, after);
+        frmDoc *doc = pageWithLogo(text.toUtf8());
+        doc->Text->setSelStart(3);
+        QVERIFY(program->trigger(doc, command));
+        auto *form = openForm<WizardForm>();
+        QVERIFY(form);
+        if (auto *combo = form->findChild<QComboBox *>(field))
+            combo->setEditText(value);
+        else
+            form->findChild<QLineEdit *>(field)->setText(value);
+        form->findChild<QPushButton *>(command == QLatin1String("mnuHTMLImage") ? "Command3" : "Command2")->click();
+        QCOMPARE(doc->Text->Text(), after);
+        QVERIFY(platform().messages.isEmpty());
+    }
+
+    void editInPlaceCancelled()
+    {
+        frmDoc *doc = pageWithLogo("<IMG SRC=\"img/logo.gif\">");
+        doc->Text->setSelStart(4);
+        QVERIFY(program->trigger(doc, "mnuHTMLImage"));
+        auto *form = openForm<frmImage>();
+        QVERIFY(form);
+        QCOMPARE(doc->Text->SelText(), QStringLiteral("<IMG SRC=\"img/logo.gif\">"));
+        QCOMPARE(form->cbSource->currentText(), QStringLiteral("img/logo.gif"));
+        QCOMPARE(form->tbHeight->text(), QString()); // the tag's own sizes, none
+        form->Command2->click();
+        QTRY_VERIFY(!main().findChild<WizardForm *>());
+        QCOMPARE(doc->Text->SelLength(), 0);
+        QCOMPARE(doc->Text->Text(), QStringLiteral("<IMG SRC=\"img/logo.gif\">"));
     }
 
     void characterMap()

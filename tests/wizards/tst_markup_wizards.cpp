@@ -4,6 +4,7 @@
 #include "wizards/char_map.h"
 #include "wizards/hyperlink_wizard.h"
 #include "wizards/image_wizard.h"
+#include "wizards/local_target.h"
 #include "wizards/rainbow_font.h"
 
 #include <QBuffer>
@@ -124,6 +125,31 @@ private Q_SLOTS:
         QCOMPARE(ImageTag(options), tag);
     }
 
+    // Tags of a page read back into the wizards' options and written again.
+    void tagReadBack_data()
+    {
+        QTest::addColumn<QString>("tag");
+        QTest::addColumn<QString>("rewritten");
+        const QString full = QStringLiteral("<IMG SRC=\"a.gif\" ALT=\"a logo\" BORDER=0 HEIGHT=32 WIDTH=88 VSPACE=2 "
+                                            "HSPACE=3 USEMAP=\"#nav\" ALIGN=\"TEXTOP\" ISMAP NAME=x>");
+        QTest::newRow("picture, every field") << full << full;
+        QTest::newRow("picture in lower case") << "<img src=b.png align=texttop onclick=\"go()\">"
+                                               << "<IMG SRC=\"b.png\" ALIGN=\"TEXTOP\" onclick=\"go()\">";
+        QTest::newRow("an alignment the wizard lacks") << "<IMG SRC=\"a\" ALIGN=CENTER>" << "<IMG SRC=\"a\" ALIGN=CENTER>";
+        QTest::newRow("link") << "<A HREF=\"x.html\" TARGET=\"_top\" NAME=\"n\">" << "<A HREF=\"x.html\" TARGET=\"_top\" NAME=\"n\">";
+        QTest::newRow("link in lower case") << "<a\r\nhref=x.html>" << "<A HREF=\"x.html\">";
+    }
+    void tagReadBack()
+    {
+        QFETCH(QString, tag);
+        QFETCH(QString, rewritten);
+        const ParsedTag parsed = ParseTag(tag);
+        QVERIFY(!parsed.broken);
+        QCOMPARE(parsed.name == QLatin1String("IMG") ? ImageTag(ImageOptionsFromTag(parsed))
+                                                     : HyperLinkStart(HyperLinkOptionsFromTag(parsed)),
+                 rewritten);
+    }
+
     // The first field at fault, in the order of the attributes.
     void imageChecks_data()
     {
@@ -222,6 +248,51 @@ private Q_SLOTS:
         QFETCH(bool, relative);
         QFETCH(QString, path);
         QCOMPARE(PicturePath(source, relative, "/w/site/index.html", '/'), path);
+    }
+
+    // Local targets in a site of the test's: site/index.html, site/img/Logo.gif.
+    void localTarget_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<bool>("titled");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("found"); // under the site's folder
+        QTest::newRow("there") << "img/Logo.gif" << true << int(TargetCheck::Fine) << "";
+        QTest::newRow("file in another case") << "img/logo.gif" << true << int(TargetCheck::CaseDiffers) << "img/Logo.gif";
+        QTest::newRow("folder in another case") << "IMG/Logo.gif" << true << int(TargetCheck::CaseDiffers) << "img/Logo.gif";
+        QTest::newRow("missing") << "img/none.gif" << true << int(TargetCheck::Missing) << "";
+        QTest::newRow("a name behind") << "index.html#top" << true << int(TargetCheck::Fine) << "";
+        QTest::newRow("escaped blank") << "my%20page.html" << true << int(TargetCheck::Fine) << "";
+        QTest::newRow("up and down again") << "../site/img/Logo.gif" << true << int(TargetCheck::Fine) << "";
+        QTest::newRow("a name alone") << "#top" << true << int(TargetCheck::NotLocal) << "";
+        QTest::newRow("another scheme") << "http://x.org/a.gif" << true << int(TargetCheck::NotLocal) << "";
+        QTest::newRow("mail") << "mailto:a@x.org" << true << int(TargetCheck::NotLocal) << "";
+        QTest::newRow("empty") << "" << true << int(TargetCheck::NotLocal) << "";
+        QTest::newRow("untitled page") << "img/none.gif" << false << int(TargetCheck::NotLocal) << "";
+    }
+    void localTarget()
+    {
+        QFETCH(QString, url);
+        QFETCH(bool, titled);
+        QFETCH(int, kind);
+        QFETCH(QString, found);
+        QDir(dir.path()).mkpath(QStringLiteral("site/img"));
+        for (const char *name : {"site/index.html", "site/img/Logo.gif", "site/my page.html"}) {
+            QFile file(dir.filePath(QLatin1String(name)));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        const QString site = dir.filePath(QStringLiteral("site"));
+        const TargetCheck check = CheckLocalTarget(url, titled ? site + QStringLiteral("/index.html") : QString());
+        QCOMPARE(int(check.kind), kind);
+        QCOMPARE(check.found, found.isEmpty() ? QString() : site + QLatin1Char('/') + found);
+        QCOMPARE(TargetCheckText(check).isEmpty(), kind == TargetCheck::NotLocal || kind == TargetCheck::Fine);
+    }
+    void localTargetAbsolute()
+    {
+        const QString file = dir.filePath(QStringLiteral("Abs.gif"));
+        QFile(file).open(QIODevice::WriteOnly);
+        QCOMPARE(CheckLocalTarget(QStringLiteral("file://") + file, QString()).kind, TargetCheck::Fine);
+        QCOMPARE(CheckLocalTarget(dir.filePath(QStringLiteral("abs.gif")), QString()).kind, TargetCheck::CaseDiffers);
     }
 
     void hexToColor_data()
