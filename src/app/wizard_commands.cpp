@@ -4,9 +4,14 @@
 #include "core/main_window.h"
 #include "wizards/anchor_wizard.h"
 #include "wizards/base_font_wizard.h"
+#include "wizards/body_wizard.h"
+#include "wizards/char_map.h"
 #include "wizards/form_wizard.h"
 #include "wizards/frame_wizard.h"
+#include "wizards/hyperlink_wizard.h"
+#include "wizards/image_wizard.h"
 #include "wizards/list_wizard.h"
+#include "wizards/rainbow_font.h"
 #include "wizards/rule_wizard.h"
 #include "wizards/table_wizard.h"
 
@@ -42,6 +47,11 @@ void RegisterWizardCommands(CommandTable &table, const CommandContext &context)
     };
     for (const auto &[item, kind] : items)
         table.setDocumentHandler(QLatin1String(item), form(kind));
+    both(QStringLiteral("mnuHTMLHREF"), Button::HyperLink, [&ws, main](frmDoc &) { ShowHyperLinkWizard(ws, main); });
+    both(QStringLiteral("mnuHTMLImage"), Button::Image, [&ws, main](frmDoc &doc) { ShowImageWizard(ws, doc, main); });
+    both(QStringLiteral("mnuHTMLBodyBackground"), Button::Body, [&ws, main](frmDoc &) { ShowBodyWizard(ws, main); });
+    both(QStringLiteral("mnuCharMap"), Button::Char, [&ws, main](frmDoc &) { ShowCharMap(ws, main); });
+    table.setDocumentHandler(QStringLiteral("mnuFontRainbow"), [&ws, main](frmDoc &) { ShowRainbowWizard(ws, main); });
 }
 
 } // namespace pw

@@ -13,6 +13,18 @@ QList<CommonDialog::FilterEntry> CommonDialog::parseFilter(const QString &filter
     return entries;
 }
 
+QStringList CommonDialog::nameFilters(const QString &filter)
+{
+    QStringList filters;
+    for (const FilterEntry &entry : parseFilter(filter)) {
+        QStringList patterns;
+        for (const QString &pattern : entry.patterns)
+            patterns.append(pattern.trimmed() == QLatin1String("*.*") ? QStringLiteral("*") : pattern.trimmed());
+        filters.append(QStringLiteral("%1 (%2)").arg(entry.description, patterns.join(QLatin1Char(' '))));
+    }
+    return filters;
+}
+
 ErrorCode CommonDialog::show(Kind kind)
 {
     return (m_platform ? *m_platform : platform()).showCommonDialog(kind, *this);

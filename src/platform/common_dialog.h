@@ -48,6 +48,9 @@ public:
         QStringList patterns;
     };
     static QList<FilterEntry> parseFilter(const QString &filter);
+    // The filter as a file dialog's name filters ("Description (patterns)"): patterns trimmed, and
+    // "*.*" as "*", which here means every file, with a dot in its name or not.
+    static QStringList nameFilters(const QString &filter);
 
 private:
     ErrorCode show(Kind kind);

@@ -143,8 +143,7 @@ int QtPlatform::showMessage(const QString &text, int style, const QString &title
 
 static QString qtFilter(const CommonDialog &dialog, QStringList *all)
 {
-    for (const auto &entry : CommonDialog::parseFilter(dialog.Filter))
-        all->append(QStringLiteral("%1 (%2)").arg(entry.description, entry.patterns.join(QLatin1Char(' '))));
+    *all = CommonDialog::nameFilters(dialog.Filter);
     return all->value(qBound(0, dialog.FilterIndex - 1, int(all->size()) - 1));
 }
 

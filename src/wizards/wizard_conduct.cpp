@@ -125,6 +125,8 @@ void FillFromPreviousList(QComboBox &combo, const QStringList &list)
 
 void RememberInPreviousList(QStringList &list, const QString &value, int capacity)
 {
+    if (value.isEmpty())
+        return; // an empty entry would end the list for every reader
     qsizetype used = 0;
     while (used < list.size() && used < capacity && !list.at(used).isEmpty())
         ++used;

@@ -114,7 +114,8 @@ private:
 
 // Previous lists in combo boxes: filled with the positions in use, up to the first empty one, with
 // an empty text to start; after the placing, a value not on the list goes to position 1, the others
-// moving down and the last of `capacity` falling off. A value on the list keeps its place.
+// moving down and the last of `capacity` falling off. A value on the list keeps its place; an empty
+// one never goes on it.
 void FillFromPreviousList(QComboBox &combo, const QStringList &list);
 void RememberInPreviousList(QStringList &list, const QString &value, int capacity);
 
