@@ -42,13 +42,12 @@ private Q_SLOTS:
         for (const QString &name : handled)
             QVERIFY2(commands.contains(name), qPrintable(name + " has a handler but no row"));
         QStringList unhandled = (commands - QSet<QString>(handled.begin(), handled.end())).values();
-        // Wizards, fonts, the browser test, resources, site map, forms and the rest.
+        // Wizards, fonts, forms and the rest.
         const QStringList later = QStringLiteral(
-            "imgBody imgChar imgForm imgFrame imgHyperLink imgImage imgList imgResources imgTest mnuCharMap "
-            "mnuDesignFrame mnuFileResources mnuFontRainbow mnuFormCheckbox mnuFormDefine mnuFormForm "
+            "imgBody imgChar imgForm imgFrame imgHyperLink imgImage imgList mnuCharMap "
+            "mnuDesignFrame mnuFontRainbow mnuFormCheckbox mnuFormDefine mnuFormForm "
             "mnuFormHidden mnuFormOption mnuFormPassword mnuFormRadio mnuFormReset mnuFormSelect mnuFormSubmit "
-            "mnuFormText mnuFormTextarea mnuHTMLBodyBackground mnuHTMLHREF mnuHTMLImage mnuListDesign "
-            "mnuOptionSelectBrowser mnuOptionSiteMap").split(QLatin1Char(' '));
+            "mnuFormText mnuFormTextarea mnuHTMLBodyBackground mnuHTMLHREF mnuHTMLImage mnuListDesign").split(QLatin1Char(' '));
         unhandled.sort();
         QCOMPARE(unhandled, later);
     }
