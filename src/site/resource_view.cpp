@@ -8,10 +8,12 @@
 #include "core/workspace.h"
 #include "platform/dialog_look.h"
 #include "platform/platform.h"
+#include "site/resource_status.h"
 #include "site/site_pictures.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTreeWidget>
@@ -37,6 +39,11 @@ const FixedNode kFixedNodes[] = {
 };
 
 const QString RootKey = QStringLiteral("p");
+
+// A leaf's first reference in the text, and what stands on disk for it.
+constexpr int StartRole = Qt::UserRole + 3;
+constexpr int LengthRole = Qt::UserRole + 4;
+constexpr int DiskRole = Qt::UserRole + 5;
 
 QRect placementRect(const WindowPlacement &p)
 {
@@ -95,6 +102,7 @@ frmResources::frmResources(Workspace &workspace, frmDoc &document, QWidget *pare
     TreeView1->setSelectionMode(QAbstractItemView::SingleSelection);
     connect(TreeView1, &QTreeWidget::itemExpanded, this, &showPictureFor);
     connect(TreeView1, &QTreeWidget::itemCollapsed, this, &showPictureFor);
+    connect(TreeView1, &QTreeWidget::itemDoubleClicked, this, &frmResources::TreeView1_DblClick);
 
     Command1 = new QPushButton(QStringLiteral("Done"), this);
     Command1->setObjectName(QStringLiteral("Command1"));
@@ -126,6 +134,7 @@ void frmResources::Form_Load()
     }
     text.setSelStart(caret);
     text.setSelLength(0);
+    markLocalLeaves();
     // Made apart from the view, so that thousands of leaves go in at once.
     TreeView1->addTopLevelItem(m_root);
     for (const char *key : {"other_urls", "other_images"})
@@ -183,11 +192,65 @@ bool frmResources::runScan(Scan scan, LongPass &pass)
         const QString url = text.Mid(start, closing - start);
         if (!url.isEmpty() && !m_nodes.contains(url)) {
             const ResourceKind kind = scan == Scan::Href ? ClassifyUrl(url) : ClassifyImage(url);
-            addNode(kind.folder, url, url, kind.picture);
+            QTreeWidgetItem *leaf = addNode(kind.folder, url, url, kind.picture);
+            leaf->setData(0, StartRole, start);
+            leaf->setData(0, LengthRole, closing - start);
+            m_leaves.append(leaf);
         }
         if (m_workspace.platform.escapePressed())
             return false;
         position = closing;
+    }
+}
+
+// Local references of a saved page, looked for beside it: a missing file in red, one whose letter
+// case differs (found here, not on a case-sensitive server) in dark yellow, each with a tool tip.
+void frmResources::markLocalLeaves()
+{
+    if (m_document.isUntitled())
+        return;
+    const QString page = m_document.state().path();
+    FolderListings listings;
+    for (QTreeWidgetItem *leaf : std::as_const(m_leaves)) {
+        QString actual;
+        switch (CheckLocalReference(page, leaf->text(0), &actual, &listings)) {
+        case LocalStatus::NotLocal:
+            break;
+        case LocalStatus::Found:
+            leaf->setData(0, DiskRole, QStringLiteral("found"));
+            leaf->setToolTip(0, actual);
+            break;
+        case LocalStatus::Missing:
+            leaf->setData(0, DiskRole, QStringLiteral("missing"));
+            leaf->setToolTip(0, QStringLiteral("Not found: ") + actual);
+            leaf->setForeground(0, QColor(Qt::red));
+            break;
+        case LocalStatus::CaseDiffers:
+            leaf->setData(0, DiskRole, QStringLiteral("case"));
+            leaf->setToolTip(0, QStringLiteral("Found only in other letter case: ") + actual);
+            leaf->setForeground(0, QColor(Qt::darkYellow));
+            break;
+        }
+    }
+}
+
+QString frmResources::diskStatusOf(const QTreeWidgetItem *leaf)
+{
+    return leaf->data(0, DiskRole).toString();
+}
+
+// A leaf: the view goes and its first reference is selected in the document.
+void frmResources::TreeView1_DblClick(QTreeWidgetItem *item)
+{
+    if (!item || !item->data(0, StartRole).isValid())
+        return;
+    const int start = item->data(0, StartRole).toInt();
+    const int length = item->data(0, LengthRole).toInt();
+    QPointer<frmDoc> document(&m_document);
+    accept();
+    if (document) {
+        document->Text->setSelStart(start);
+        document->Text->setSelLength(length);
     }
 }
 

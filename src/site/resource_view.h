@@ -42,6 +42,8 @@ public:
     void Form_Load();
     // The node of a key, or none.
     QTreeWidgetItem *node(const QString &key) const { return m_nodes.value(key); }
+    // What stands on disk for a local leaf: "found", "missing", "case", or empty when not checked.
+    static QString diskStatusOf(const QTreeWidgetItem *leaf);
 
 protected:
     void done(int result) override;
@@ -56,11 +58,14 @@ private:
                              const QString &picture);
     // False when Escape stopped the search.
     bool runScan(Scan scan, LongPass &pass);
+    void markLocalLeaves();
+    void TreeView1_DblClick(QTreeWidgetItem *item);
     void Form_Unload();
 
     Workspace &m_workspace;
     frmDoc &m_document;
     QHash<QString, QTreeWidgetItem *> m_nodes;
+    QList<QTreeWidgetItem *> m_leaves;
     QTreeWidgetItem *m_root = nullptr;
     bool m_unloaded = false;
 };

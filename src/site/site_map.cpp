@@ -9,6 +9,7 @@
 #include "files/save_document.h"
 #include "platform/file_handles.h"
 #include "platform/message_box.h"
+#include "site/link_counts.h"
 #include "site/site_pictures.h"
 
 #include <QCloseEvent>
@@ -44,6 +45,16 @@ QString lines(std::initializer_list<const char *> parts)
 bool isBelow(const QString &path, const QString &folder)
 {
     return path.startsWith(folder, Qt::CaseInsensitive);
+}
+
+// Qt 6.4 puts the trash's folders beside the home folder when the user's data folder is missing.
+bool moveToTrash(QFile &file)
+{
+    QString dataHome = qEnvironmentVariable("XDG_DATA_HOME");
+    if (dataHome.isEmpty())
+        dataHome = QDir::homePath() + QStringLiteral("/.local/share");
+    QDir().mkpath(dataHome);
+    return file.moveToTrash();
 }
 
 } // namespace
@@ -132,6 +143,8 @@ frmSiteMap::frmSiteMap(Workspace &workspace, QMainWindow &main)
     mnuFoldMap->setObjectName(QStringLiteral("mnuFoldMap"));
     mnuFoldMap->addAction(QStringLiteral("Change Base Dir"), this, &frmSiteMap::mnuChangeBaseDir_Click)
         ->setObjectName(QStringLiteral("mnuChangeBaseDir"));
+    mnuFoldMap->addAction(QStringLiteral("Count Inbound Links"), this, &frmSiteMap::mnuCountLinks_Click)
+        ->setObjectName(QStringLiteral("mnuCountLinks"));
 
     // Files saved under a new name come into the tree while it is up.
     SetSiteMapEntry([map = QPointer<frmSiteMap>(this)](const QString &path) {
@@ -148,6 +161,8 @@ frmSiteMap::~frmSiteMap()
 void frmSiteMap::Form_Load()
 {
     m_baseDir = SettingsStore().readString(Setting::SiteMapPath);
+    if (!m_baseDir.isEmpty())
+        m_baseDir = QDir::cleanPath(m_baseDir); // keys and look-ups never meet a trailing "/"
     if (m_baseDir.isEmpty()) {
         m_workspace.MsgBox(lines({"You currently do not have a base directory", "selected as the root of your web site.",
                                   "Please select the base directory for your", "web site."}),
@@ -239,6 +254,7 @@ void frmSiteMap::BuildSiteMap(const QString &path)
 void frmSiteMap::clearTree()
 {
     TreeView1->clear();
+    TreeView1->setColumnCount(1);
     m_nodes.clear();
 }
 
@@ -300,7 +316,7 @@ void frmSiteMap::mnuSiteMapDelete_Click()
         MsgAnswer::Yes)
         return;
     QFile file(path);
-    if (!file.moveToTrash() && !file.remove()) {
+    if (!moveToTrash(file) && !file.remove()) {
         m_workspace.MsgBox(QStringLiteral("%1 could not be deleted:%2%3").arg(path, LineEnd, file.errorString()),
                            MsgStyle::Exclamation);
         return;
@@ -315,6 +331,47 @@ void frmSiteMap::mnuChangeBaseDir_Click()
     clearTree();
     enterChoosingMode();
     setWindowTitle(captionPrefix());
+}
+
+void frmSiteMap::mnuCountLinks_Click()
+{
+    QStringList pages;
+    for (auto it = m_nodes.cbegin(); it != m_nodes.cend(); ++it)
+        if (!isFolderPicture(pictureOf(it.value())) && IsPageName(it.key()))
+            pages << it.key();
+    QHash<QString, int> counts;
+    {
+        LongPass pass(m_workspace, QStringLiteral("Counting links..."));
+        qint64 done = 0;
+        counts = CountInboundLinks(pages, [&] {
+            pass.step(done++, pages.size());
+            return pass.escapePressed();
+        });
+    }
+    TreeView1->setColumnCount(2);
+    QFont orphan = TreeView1->font();
+    orphan.setItalic(true);
+    for (auto it = m_nodes.cbegin(); it != m_nodes.cend(); ++it) {
+        QTreeWidgetItem *item = it.value();
+        if (isFolderPicture(pictureOf(item)))
+            continue;
+        const int count = counts.value(it.key());
+        item->setText(1, count ? QString::number(count) : QString());
+        // The home page of the site is where visitors come in; nothing need link to it.
+        const bool home = item->parent() && !item->parent()->parent() &&
+                          item->text(0).startsWith(QLatin1String("index."), Qt::CaseInsensitive);
+        if (count == 0 && IsPageName(it.key()) && !home) {
+            item->setFont(0, orphan);
+            item->setForeground(0, QColor(Qt::gray));
+            item->setToolTip(0, QStringLiteral("No other page links here."));
+        } else {
+            item->setFont(0, TreeView1->font());
+            item->setData(0, Qt::ForegroundRole, QVariant());
+            item->setToolTip(0, count == 1 ? QStringLiteral("1 page links here.")
+                                           : QStringLiteral("%1 pages link here.").arg(count));
+        }
+    }
+    TreeView1->resizeColumnToContents(0);
 }
 
 void frmSiteMap::closeEvent(QCloseEvent *event)

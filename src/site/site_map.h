@@ -68,6 +68,8 @@ public:
     void mnuSiteMapEdit_Click();
     void mnuSiteMapDelete_Click();
     void mnuChangeBaseDir_Click();
+    // The inbound links of every file, in a second column; pages nothing links to in grey italics.
+    void mnuCountLinks_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -4,6 +4,7 @@
 #include "core/settings_store.h"
 #include "site/resource_view.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QPushButton>
 #include <QScreen>
@@ -125,6 +126,50 @@ private Q_SLOTS:
         QVERIFY(form);
         QCOMPARE(filed(form), expected);
         QCOMPARE(passLeftovers(main()), QString());
+    }
+
+    // Local references of a saved page are looked for beside it.
+    void localReferencesChecked_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("there, with a fragment") << "there.html#top" << "found";
+        QTest::newRow("with a query") << "there.html?x=1" << "found";
+        QTest::newRow("a folder up and back") << "sub/../there.html" << "found";
+        QTest::newRow("the page's own anchor") << "#top" << "found";
+        QTest::newRow("a percent-encoded blank") << "my%20page.html" << "found";
+        QTest::newRow("missing") << "gone.html" << "missing";
+        QTest::newRow("letter case differs") << "sub/pic.gif" << "case";
+        QTest::newRow("a scheme is not looked for") << "http://h/there.html" << "";
+    }
+    void localReferencesChecked()
+    {
+        QFETCH(QString, url);
+        QFETCH(QString, status);
+        QDir(temp->path()).mkpath(QStringLiteral("sub"));
+        for (const char *name : {"there.html", "my page.html", "sub/Pic.GIF"})
+            QVERIFY(!write(QLatin1String(name), "x").isEmpty());
+        QVERIFY(opened(QStringLiteral("page.html"), ("x <A HREF=\"" + url + "\">").toUtf8()));
+        frmResources *form = openView();
+        QVERIFY(form);
+        QTreeWidgetItem *leaf = form->node(url);
+        QVERIFY(leaf);
+        QCOMPARE(frmResources::diskStatusOf(leaf), status);
+    }
+
+    void doubleClickSelectsTheReference()
+    {
+        doc->Text->setText(QStringLiteral("x <A HREF=\"a.html\"> <IMG SRC=\"b.gif\">"));
+        frmResources *form = openView();
+        QVERIFY(form);
+        QTreeWidget *tree = form->TreeView1;
+        form->node(QStringLiteral("gif"))->setExpanded(true);
+        const QPoint at = tree->visualItemRect(form->node(QStringLiteral("b.gif"))).center();
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
+        QTRY_VERIFY(!main().findChild<frmResources *>());
+        QCOMPARE(doc->Text->SelText(), QStringLiteral("b.gif"));
+        QCOMPARE(doc->Text->SelStart(), 30);
     }
 
     // The place is read when the view opens and written however it closes; a place on no screen

@@ -247,6 +247,7 @@ private Q_SLOTS:
         else
             verifyMessage(QStringLiteral("Delete ") + file + QLatin1Char('?'), MsgStyle::YesNo + MsgStyle::Question);
         QCOMPARE(QFile::exists(file), !gone);
+        QCOMPARE(QFile::exists(qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/Trash/files/page.html")), gone);
         QCOMPARE(map->node(file) == nullptr, gone);
         QCOMPARE(map->TreeView1->topLevelItem(0)->childCount(), gone ? 0 : 1);
     }
@@ -276,6 +277,34 @@ private Q_SLOTS:
         QVERIFY(switchOn());
         program->trigger(nullptr, QStringLiteral("mnuOptionSiteMap"));
         QTRY_VERIFY(!main().findChild<frmSiteMap *>());
+    }
+
+    // On demand: the inbound links of every file; pages nothing links to (the home page aside) in
+    // italics. A page counts once per target, links to itself and with a scheme not at all.
+    void inboundLinks()
+    {
+        makeTree({"pic.gif"});
+        const QList<std::pair<const char *, QByteArray>> pages = {
+            {"index.html", "<A HREF=\"a.html\"> <a href = \"sub/b.html#x\">"},
+            {"a.html", "<IMG SRC=\"pic.gif\"> <A HREF=\"a.html\"> <A HREF=\"http://h/orphan.html\">"},
+            {"sub/b.html", "<A HREF=\"../a.html?q\"> <A HREF=\"../a.html\">"},
+            {"orphan.html", "<IMG SRC=\"pic.gif\">"},
+        };
+        QDir(base).mkpath(QStringLiteral("sub"));
+        for (const auto &[name, text] : pages)
+            QVERIFY(writeFile(base + QLatin1Char('/') + QLatin1String(name), text));
+        frmSiteMap *map = switchOn();
+        QVERIFY(map);
+        map->mnuFoldMap->findChild<QAction *>(QStringLiteral("mnuCountLinks"))->trigger();
+        QStringList seen;
+        for (const char *name : {"index.html", "a.html", "sub/b.html", "orphan.html", "pic.gif"}) {
+            QTreeWidgetItem *item = map->node(base + QLatin1Char('/') + QLatin1String(name));
+            QVERIFY(item);
+            seen << QStringLiteral("%1:%2%3").arg(QLatin1String(name), item->text(1),
+                                                  item->font(0).italic() ? QStringLiteral(" orphan") : QString());
+        }
+        QCOMPARE(seen.join(QLatin1Char(' ')), QStringLiteral("index.html: a.html:2 sub/b.html:1 orphan.html: orphan pic.gif:2"));
+        QCOMPARE(passLeftovers(main()), QString());
     }
 
     void focusHidesMarkupTools()
