@@ -37,8 +37,14 @@ int makeSite(const QString &base)
         for (int sub = 0; sub < 20; ++sub) {
             const QString folder = sub == 0 ? upper : QStringLiteral("%1/part%2").arg(upper).arg(sub);
             QDir().mkpath(folder);
-            for (int f = 0; f < 20; ++f, ++files)
-                writeFile(QStringLiteral("%1/file%2%3").arg(folder).arg(f).arg(QLatin1String(endings[f % 5])), "x");
+            for (int f = 0; f < 20; ++f, ++files) {
+                // Each page links to two pages and a picture beside it, and one folder up.
+                const QByteArray page = "<A HREF=\"file" + QByteArray::number((f + 5) % 20) + ".html\"> <IMG SRC=\"file" +
+                                        QByteArray::number((f + 1) % 20) + ".gif\"> <A HREF=\"file" +
+                                        QByteArray::number((f + 10) % 20) + ".html#top\"> <A HREF=\"../index.html\">";
+                writeFile(QStringLiteral("%1/file%2%3").arg(folder).arg(f).arg(QLatin1String(endings[f % 5])),
+                          f % 5 == 0 ? page : QByteArray("x"));
+            }
         }
     }
     return files;
@@ -85,6 +91,9 @@ static bench::Register siteBench("site", [] {
         t.restart();
         map->BuildSiteMap(base);
         bench::report("site", QStringLiteral("site_map_rebuild_%1_files").arg(files), double(t.nsecsElapsed()) / 1e6, "ms");
+        t.restart();
+        map->mnuCountLinks_Click();
+        bench::report("site", QStringLiteral("inbound_links_of_%1_pages").arg(files / 5), double(t.nsecsElapsed()) / 1e6, "ms");
     }
     ws.options.setChecked(pw::Option::SiteMap, false);
     QCoreApplication::processEvents();
