@@ -43,17 +43,19 @@ public:
         m_ws.status.SetStatusText(text);
         log += logged + LineEnd;
     }
-    void fail(int number, const QString &description = QString())
+    void fail(int number)
     {
         failed = true;
-        if (number == BrowserMissing)
-            say(QStringLiteral("Could not find selected browser."), QStringLiteral("Could not find selected browser."));
-        else if (number == NoAnswer)
-            say(QStringLiteral("Browser not responding."), QStringLiteral("Browser not responding."));
-        else {
-            m_ws.status.SetStatusText(description + QLatin1Char(' ') + QString::number(number));
-            log += description;
-        }
+        const QString text = number == BrowserMissing ? QStringLiteral("Could not find selected browser.")
+                                                      : QStringLiteral("Browser not responding.");
+        say(text, text);
+    }
+    // Any other failure: its description and number in the status, the description alone in the log.
+    void failOther(const QString &description, int number)
+    {
+        failed = true;
+        m_ws.status.SetStatusText(description + QLatin1Char(' ') + QString::number(number));
+        log += description;
     }
 
     // Waits until done() or the time is up, painting but taking no input; no busy loop.
@@ -177,7 +179,8 @@ void TestInBrowser(Workspace &ws, QWidget *logParent)
     if (guarded) {
         const ErrorCode retaken = handles.hold(slot, file, lockFiles);
         if (retaken != ErrorCode::None)
-            run.fail(int(retaken), QStringLiteral("Could not take back ") + file + QStringLiteral(": ") + errorText(retaken));
+            run.failOther(QStringLiteral("Could not take back ") + file + QStringLiteral(": ") + errorText(retaken),
+                          int(retaken));
     }
     if (run.failed) {
         ErrorLogText() = run.log;

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProcess>
+#include <QTimer>
 
 using namespace pw;
 
@@ -113,10 +114,30 @@ private Q_SLOTS:
                                 "Spawning Navigate.\nCould not find selected browser.\n"));
         QVERIFY(FileHandles::instance().isOpen(doc->slot()));
         QCOMPARE(doc->Text->Text(), QStringLiteral("new"));
+        QApplication::setActiveWindow(nullptr); // a switch to the browser
+        QVERIFY(errorLog() && errorLog()->isVisible());
         main().activateWindow();
         doc->Text->SetFocus();
         QTRY_VERIFY(!errorLog());
         QCOMPARE(main().focusWidget(), doc->Text);
+    }
+
+    // The page gone while the browser had it: the document can't hold its file again, says so in the
+    // log and keeps its text.
+    void pageGoneMeanwhile()
+    {
+        frmDoc *doc = opened(QStringLiteral("page.html"), "old");
+        QVERIFY(doc);
+        const QString page = path(QStringLiteral("page.html"));
+        QTimer::singleShot(0, &main(), [page] { QFile::remove(page); });
+        program->button(QStringLiteral("imgTest"))->trigger();
+        QCOMPARE(main().Panel1->text(), QStringLiteral(" Could not take back %1: File not found 53").arg(page));
+        QVERIFY(errorLog());
+        QCOMPARE(errorLog()->tbErrorText->toPlainText(),
+                 QStringLiteral("Error log:\nAttempting link to Surfer...\nBrowser not responding.\nSpawning Surfer.\n"
+                                "Surfer responded to spawn.\nCould not take back %1: File not found").arg(page));
+        QVERIFY(!FileHandles::instance().isOpen(doc->slot()));
+        QCOMPARE(doc->Text->Text(), QStringLiteral("old"));
     }
 
     void refusals_data()
