@@ -265,6 +265,24 @@ private Q_SLOTS:
         QCOMPARE(dump(map->TreeView1->topLevelItem(0)), QStringLiteral("root[a.html(htmldoc) b.html(htmldoc) c.html(htmldoc)]"));
     }
 
+    // With the option on the map comes at the start, and it stays on for the next one.
+    void shownAtStartAndKept()
+    {
+        makeTree({"index.html"});
+        SettingsStore store;
+        store.writeInt(Setting::State, 0);
+        store.writeBool(Setting::SiteMap, true);
+        store.sync();
+        program->app.MDIForm_Load(QString());
+        frmSiteMap *map = SiteMapOf(main());
+        QVERIFY(map);
+        QVERIFY(program->item(program->current(), QStringLiteral("mnuOptionSiteMap"))->isChecked());
+        QCOMPARE(dump(map->TreeView1->topLevelItem(0)), QStringLiteral("root[index.html(htmldoc)]"));
+        QVERIFY(main().close());
+        QVERIFY(SettingsStore().readBool(Setting::SiteMap));
+        SettingsStore().writeBool(Setting::SiteMap, false);
+    }
+
     // The dock's close box and the option are one: each switches the other off.
     void optionAndDockAgree()
     {
