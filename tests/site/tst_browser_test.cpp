@@ -31,7 +31,8 @@ private Q_SLOTS:
         platform().realPrograms = true;
         written = path(QStringLiteral("arguments"));
         browser = write(QStringLiteral("surfer.sh"),
-                        "#!/bin/sh\nif [ \"$1\" = --stay ]; then sleep 60; exit 0; fi\nprintf '%s\\n' \"$@\" > '" +
+                        "#!/bin/sh\nif [ \"$1\" = --stay ]; then sleep 60 & trap 'kill $!; exit 0' TERM; wait; exit 0; fi\n"
+                        "printf '%s\\n' \"$@\" > '" +
                             written.toLocal8Bit() + "'\n");
         QFile::setPermissions(browser, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         ws().history.Browser = browser;
@@ -90,8 +91,8 @@ private Q_SLOTS:
         QCOMPARE(FileHandles::instance().isLocked(doc->slot()), lockFiles);
         QVERIFY(!QGuiApplication::overrideCursor());
         if (running) {
-            stay.kill();
-            stay.waitForFinished();
+            stay.terminate(); // the script takes its sleep with it
+            QVERIFY(stay.waitForFinished());
         }
     }
 
