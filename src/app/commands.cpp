@@ -122,6 +122,7 @@ void RegisterCommands(CommandTable &table, const CommandContext &context)
     RegisterHelpCommands(table, context);
     RegisterFontCommands(table, context);
     RegisterWizardCommands(table, context);
+    RegisterSiteCommands(table, context);
 }
 
 } // namespace pw

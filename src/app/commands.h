@@ -26,5 +26,6 @@ void RegisterPrintAndStampCommands(CommandTable &table, const CommandContext &co
 void RegisterHelpCommands(CommandTable &table, const CommandContext &context);
 void RegisterFontCommands(CommandTable &table, const CommandContext &context);
 void RegisterWizardCommands(CommandTable &table, const CommandContext &context);
+void RegisterSiteCommands(CommandTable &table, const CommandContext &context);
 
 } // namespace pw

@@ -641,7 +641,6 @@ void LoadSettings(QWidget &mainWindow, Workspace &ws)
 
     for (const OptionSetting &o : kOptionSettings)
         ws.options.setChecked(o.option, store.readBool(o.setting));
-    // The site map window comes with its own module; its option is kept meanwhile.
     ws.backColor = store.readInt(Setting::Backcolor);
 
     for (int k = 0; k < PreviousKindCount; ++k)

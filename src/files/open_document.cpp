@@ -315,6 +315,12 @@ frmDoc *OpenFromHandOver(Workspace &workspace, const QString &path)
     return loadDocument(workspace, longPath, Way{QStringLiteral("Opening ") + longPath, Failure::Other});
 }
 
+frmDoc *OpenFromSiteMap(Workspace &workspace, const QString &path)
+{
+    const QString longPath = LongPathOf(path);
+    return loadDocument(workspace, longPath, Way{QStringLiteral("Opening ") + longPath, Failure::Other});
+}
+
 frmDoc *OpenPrevious(Workspace &workspace, int index)
 {
     const QString path = PreviousFile(workspace, index);

@@ -30,6 +30,8 @@ frmDoc *OpenFromDialog(Workspace &workspace);
 frmDoc *OpenFromCommandLine(Workspace &workspace, const QString &commandLine);
 // A path handed over by a second start of the program.
 frmDoc *OpenFromHandOver(Workspace &workspace, const QString &path);
+// A file chosen in the site map (its Edit item, a double click).
+frmDoc *OpenFromSiteMap(Workspace &workspace, const QString &path);
 // mnuFilePrevious(index): entry index of the previous-file list; a missing file drops it.
 frmDoc *OpenPrevious(Workspace &workspace, int index);
 // An autosaved file as a new, dirty document that holds no file, named untitledName.

@@ -287,6 +287,18 @@ ErrorCode readWholeFile(const QString &path, QByteArray &bytes, FileShare share)
     return error;
 }
 
+ErrorCode tryExclusive(const QString &path)
+{
+    int fd = -1;
+    bool writable = false;
+    const ErrorCode error = openRegular(path, false, fd, writable);
+    if (error != ErrorCode::None)
+        return error;
+    const bool free = takeExclusive(fd, writable);
+    ::close(fd);
+    return free ? ErrorCode::None : ErrorCode::PermissionDenied;
+}
+
 QString errorText(ErrorCode code)
 {
     switch (code) {

@@ -88,6 +88,9 @@ private:
 
 // Reads a whole file once, without holding it (an import, a recovered autosave file).
 ErrorCode readWholeFile(const QString &path, QByteArray &bytes, FileShare share);
+// Opens a file for exclusive use and closes it again, reading nothing: PermissionDenied while a
+// handle holds it, here or in another copy of the program.
+ErrorCode tryExclusive(const QString &path);
 
 // The platform's text for an error code, for messages that show it.
 QString errorText(ErrorCode code);

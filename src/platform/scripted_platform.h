@@ -61,6 +61,8 @@ public:
 
     bool programStarts = true;
     QList<QStringList> programsStarted; // program then its arguments
+    // Programs really started (a stand-in browser); whether they start is then real too.
+    bool realPrograms = false;
 
     bool escapePressed() override;
     QDateTime now() override { return clock; }
