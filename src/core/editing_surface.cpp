@@ -26,7 +26,6 @@ public:
         QString out(piece.size() + piece.size() / (m_limit / 2) + 2, Qt::Uninitialized);
         QChar *const begin = out.data();
         QChar *o = begin;
-        int good = -1; // index in out just behind the last '>' or blank of this block
         const QChar *end = piece.end();
         for (const QChar *c = piece.begin(); c != end; ++c) {
             if (*c == QLatin1Char('\r') || *c == QLatin1Char('\n') || *c == QChar::ParagraphSeparator) {
@@ -34,24 +33,13 @@ public:
                 if (*c == QLatin1Char('\r') && c + 1 != end && c[1] == QLatin1Char('\n'))
                     ++c;
                 m_column = 0;
-                good = -1;
                 continue;
             }
             // A block is broken only when more of its line follows, never inside a surrogate pair.
-            if (m_column >= m_limit && !(o != begin && o[-1].isHighSurrogate())) {
-                // Behind the good place when it lies in the block's last quarter and in this piece.
-                const int at = good > 0 && int(o - begin) - good < m_limit / 4 ? good : int(o - begin);
-                std::move_backward(begin + at, o, o + 1);
-                begin[at] = QLatin1Char('\n');
-                ++o;
-                breaks.push_back(m_written + at);
-                m_column = int(o - begin) - at - 1;
-                good = -1;
-            }
+            if (m_column >= m_limit && !(o != begin && o[-1].isHighSurrogate()))
+                o = breakBlock(begin, o);
             *o++ = *c;
             ++m_column;
-            if (*c == QLatin1Char('>') || *c == QLatin1Char(' '))
-                good = int(o - begin);
         }
         out.truncate(o - begin);
         m_written += int(out.size());
@@ -61,6 +49,24 @@ public:
     std::vector<int> breaks; // document positions
 
 private:
+    // Breaks the block that ends at o: behind its last '>' or blank in its last quarter (and in this
+    // piece), else at o. Returns the new end.
+    QChar *breakBlock(QChar *begin, QChar *o)
+    {
+        QChar *at = o;
+        const QChar *stop = o - std::min({qsizetype(m_column), qsizetype(m_limit / 4), qsizetype(o - begin)});
+        for (QChar *c = o; c != stop; --c)
+            if (c[-1] == QLatin1Char('>') || c[-1] == QLatin1Char(' ')) {
+                at = c;
+                break;
+            }
+        std::move_backward(at, o, o + 1);
+        *at = QLatin1Char('\n');
+        breaks.push_back(m_written + int(at - begin));
+        m_column = int(o - at);
+        return o + 1;
+    }
+
     int m_limit;
     int m_column = 0;
     int m_written = 0;
@@ -151,11 +157,6 @@ bool EditingSurface::isBreak(int documentPosition) const
     return std::binary_search(m_breaks.begin(), m_breaks.end(), documentPosition);
 }
 
-bool EditingSurface::endsInBreak(const QTextBlock &block) const
-{
-    return !m_breaks.empty() && isBreak(block.position() + block.length() - 1);
-}
-
 // Each separator before counts one in the document; a line end counts two in Text, a break none.
 int EditingSurface::toSurface(int documentPosition) const
 {
@@ -169,9 +170,11 @@ int EditingSurface::surfaceStart(const QTextBlock &block) const
     return toSurface(block.position());
 }
 
-int EditingSurface::lineSpan(const QTextBlock &block) const
+int EditingSurface::lineSpan(const QTextBlock &block, int documentPosition) const
 {
-    return block.length() - 1 + (block.next().isValid() && !endsInBreak(block) ? 2 : 0);
+    const int end = documentPosition + block.length() - 1;
+    const bool lineEnd = block.next().isValid() && (m_breaks.empty() || !isBreak(end));
+    return block.length() - 1 + (lineEnd ? 2 : 0);
 }
 
 int EditingSurface::toDocument(int position) const
@@ -253,10 +256,10 @@ QString EditingSurface::Mid(int start, int length) const
         return out;
     QTextBlock block = document()->findBlock(toDocument(start));
     int blockStart = surfaceStart(block);
-    for (; block.isValid() && blockStart < end; block = block.next()) {
+    for (int at = block.position(); block.isValid() && blockStart < end; at += block.length(), block = block.next()) {
         const QString line = lineText(block);
         const int lineEnd = int(line.size());
-        const int span = lineSpan(block);
+        const int span = lineSpan(block, at);
         const int a = qMax(start, blockStart) - blockStart;
         const int b = qMin(end, blockStart + span) - blockStart;
         if (a < lineEnd)

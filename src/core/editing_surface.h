@@ -220,9 +220,10 @@ private:
     // Display breaks (document positions of separators that are no line end).
     int breaksBefore(int documentPosition) const;
     bool isBreak(int documentPosition) const;
-    bool endsInBreak(const QTextBlock &block) const;
     int surfaceStart(const QTextBlock &block) const; // where the block starts in Text
-    int lineSpan(const QTextBlock &block) const;     // its length in Text, with its CR LF if any
+    // Its length in Text, with its CR LF if any; walks pass the block's document position, which
+    // they count as they go (asking the block for it costs a search).
+    int lineSpan(const QTextBlock &block, int documentPosition) const;
     void moveBreaks(int position, int removed, int added);
     void addBreaks(int position, const QList<int> &offsets);
     FormattedFragment selectionFragment() const;

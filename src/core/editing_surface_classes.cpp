@@ -321,20 +321,23 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     // so the whole batch costs one findBlock and one walk.
     QTextBlock block;
     int blockStart = 0; // surface position of block's start
+    int blockAt = 0;    // document position of block's start
     const auto toDoc = [&](int position) {
         if (!block.isValid() || position < blockStart) {
             block = doc->findBlock(toDocument(position));
             blockStart = surfaceStart(block);
+            blockAt = block.position();
         }
         for (;;) {
             const QTextBlock next = block.next();
-            const int span = lineSpan(block);
+            const int span = lineSpan(block, blockAt);
             if (!next.isValid() || position < blockStart + span)
                 break;
             blockStart += span;
+            blockAt += block.length();
             block = next;
         }
-        return block.position() + qMin(position - blockStart, block.length() - 1);
+        return blockAt + qMin(position - blockStart, block.length() - 1);
     };
 
     struct Rewrite {

@@ -57,11 +57,13 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
         QTextBlock block = document()->findBlock(docFrom);
         int offset = docFrom - block.position();
         int blockStart = surfaceStart(block);
-        for (; block.isValid() && found < 0; blockStart += lineSpan(block), block = block.next(), offset = 0) {
+        int at = block.position();
+        for (; block.isValid() && found < 0;
+             blockStart += lineSpan(block, at), at += block.length(), block = block.next(), offset = 0) {
             if (blockStart + offset + size > to)
                 break;
             QString text = lineText(block); // shared, not copied: the cache may move on
-            const bool broken = endsInBreak(block);
+            const bool broken = !m_breaks.empty() && isBreak(at + block.length() - 1);
             if (parts.size() == 1) {
                 // A hit may run on into the display blocks behind a break; it starts in this one.
                 const qsizetype own = text.size();
@@ -115,9 +117,9 @@ int EditingSurface::stopForward(int from, const QString &set, bool stopInSet) co
     QTextBlock block = document()->findBlock(toDocument(from));
     int blockStart = surfaceStart(block);
     int offset = from - blockStart;
-    for (; block.isValid(); block = block.next(), offset = 0) {
+    for (int at = block.position(); block.isValid(); at += block.length(), block = block.next(), offset = 0) {
         const QString text = block.text();
-        const int span = lineSpan(block);
+        const int span = lineSpan(block, at);
         for (; offset < span; ++offset) {
             const QChar c = offset < text.size() ? text[offset]
                                                  : QLatin1Char(offset == text.size() ? '\r' : '\n');
@@ -134,6 +136,7 @@ int EditingSurface::stopBackward(int from, const QString &set, bool stopInSet) c
     QTextBlock block = document()->findBlock(toDocument(from));
     int blockStart = surfaceStart(block);
     int offset = from - blockStart; // the character before the caret is offset - 1
+    int at = block.position();
     while (block.isValid()) {
         const QString text = block.text();
         for (; offset > 0; --offset) {
@@ -145,7 +148,8 @@ int EditingSurface::stopBackward(int from, const QString &set, bool stopInSet) c
         block = block.previous();
         if (!block.isValid())
             break;
-        offset = lineSpan(block); // the text and its CR LF, if it ends a line
+        at -= block.length();
+        offset = lineSpan(block, at); // the text and its CR LF, if it ends a line
         blockStart -= offset;
     }
     return 0;
