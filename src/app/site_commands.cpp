@@ -4,6 +4,7 @@
 #include "core/main_window.h"
 #include "core/status_presenter.h"
 #include "core/workspace.h"
+#include "platform/platform.h"
 #include "site/browser_test.h"
 #include "site/resource_view.h"
 #include "site/site_map.h"
@@ -27,10 +28,18 @@ void RegisterSiteCommands(CommandTable &table, const CommandContext &context)
     QObject::connect(&ws.options, &Options::changed, main, [&ws, main](Option option, bool checked) {
         if (option != Option::SiteMap)
             return;
-        if (checked)
-            ShowSiteMap(ws, *main);
-        else
+        if (!checked) {
             UnloadSiteMap(*main);
+        } else if (main->isVisible()) {
+            ShowSiteMap(ws, *main);
+        } else {
+            // The settings are read before the window shows: the dock and its boxes come once the
+            // start is over and the window stands behind them.
+            ws.platform.idle().runWhenIdle([&ws, main] {
+                if (ws.options.isChecked(Option::SiteMap) && main->isVisible())
+                    ShowSiteMap(ws, *main);
+            });
+        }
     });
 }
 
