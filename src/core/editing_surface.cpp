@@ -230,14 +230,12 @@ void EditingSurface::textPieces(const std::function<void(QStringView, bool)> &ta
 
 QString EditingSurface::Text() const
 {
-    QString t(TextLength(), Qt::Uninitialized);
-    QChar *out = t.data();
-    textPieces([&](QStringView stretch, bool lineEnd) {
-        out = std::copy(stretch.begin(), stretch.end(), out);
-        if (lineEnd) {
-            *out++ = QLatin1Char('\r');
-            *out++ = QLatin1Char('\n');
-        }
+    QString t;
+    t.reserve(TextLength());
+    textPieces([&t](QStringView stretch, bool lineEnd) {
+        t.append(stretch);
+        if (lineEnd)
+            t.append(QLatin1String("\r\n"));
     });
     return t;
 }
