@@ -97,15 +97,7 @@ frmForm::frmForm(Workspace &workspace, QWidget *parent, FormKind kind)
     buildPages();
     Command1 = new QPushButton(QStringLiteral("&Done"), this);
     Command1->setObjectName(QStringLiteral("Command1"));
-    auto *bottom = new QHBoxLayout;
-    bottom->addStretch();
-    bottom->addWidget(Command1);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(TabStrip1);
-    layout->addLayout(bottom);
-    // Enter presses the default button of the tab on show only, never one picked by focus.
-    for (QPushButton *button : findChildren<QPushButton *>())
-        button->setAutoDefault(false);
+    layOutTabs(TabStrip1, Command1);
 
     m_passwordSize = new NumberPair(tbPasswordSize, hsPasswordSize);
     m_selectSize = new NumberPair(tbSelectSize, hsSelectSize);

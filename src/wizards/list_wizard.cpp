@@ -63,14 +63,7 @@ frmList::frmList(Workspace &workspace, QWidget *parent)
 {
     buildPages();
     Command1 = named<QPushButton>(QStringLiteral("Command1"), QStringLiteral("Exit"));
-    auto *bottom = new QHBoxLayout;
-    bottom->addStretch();
-    bottom->addWidget(Command1);
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(TabStrip1);
-    layout->addLayout(bottom);
-    for (QPushButton *button : findChildren<QPushButton *>())
-        button->setAutoDefault(false);
+    layOutTabs(TabStrip1, Command1);
 
     for (int k = 0; k < ListKindCount; ++k) {
         const auto kind = ListKind(k);

@@ -8,6 +8,7 @@
 #include "platform/dialog_look.h"
 #include "platform/message_box.h"
 
+#include <QBoxLayout>
 #include <QComboBox>
 #include <QWidget>
 
@@ -39,6 +40,18 @@ void WizardForm::done(int result)
 {
     QDialog::done(result);
     Form_Unload();
+}
+
+void WizardForm::layOutTabs(QWidget *tabs, QPushButton *close)
+{
+    auto *bottom = new QHBoxLayout;
+    bottom->addStretch();
+    bottom->addWidget(close);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addLayout(bottom);
+    for (QPushButton *button : findChildren<QPushButton *>())
+        button->setAutoDefault(false);
 }
 
 void WizardForm::refuse(const QString &text, int style, QWidget *field)

@@ -5,6 +5,7 @@
 #include "wizards/path_rule.h"
 
 #include <QDialog>
+#include <QPushButton>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -41,6 +42,9 @@ protected:
     // dialog left open.
     void refuse(const QString &text, int style, QWidget *field);
     void done(int result) override;
+    // A tabbed wizard's layout: the tabs, and under them on the right the button that closes it. Enter
+    // presses a tab's own default button only, never one the focus happened to pick.
+    void layOutTabs(QWidget *tabs, QPushButton *close);
 
     Workspace &m_workspace;
 };
