@@ -26,6 +26,8 @@ void report(const QString &group, const QString &figure, double value, const QSt
 
 // A page of realistic markup of about `bytes` bytes: nested tags with attributes, text, comments.
 QString generatePage(qint64 bytes, int commentEvery = 70);
+// Such a page written to a file as UTF-8; false when it can't be written.
+bool writePage(const QString &path, qint64 bytes);
 
 // Median and 99th percentile of samples (sorted in place).
 double percentile(std::vector<double> &samples, double p);

@@ -49,11 +49,8 @@ static bench::Register formListBench("formlist", [] {
     pw::Workspace &ws = program.workspace();
     ws.options.setChecked(pw::Option::Highlight, true);
     const QString path = dir.filePath(QStringLiteral("page.html"));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!bench::writePage(path, 1024 * 1024))
         return;
-    file.write(bench::generatePage(1024 * 1024).toUtf8());
-    file.close();
     const int entries = qEnvironmentVariableIsSet("PAGEWRIGHT_BENCH_LIST")
                             ? qEnvironmentVariableIntValue("PAGEWRIGHT_BENCH_LIST")
                             : 10000;

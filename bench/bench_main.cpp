@@ -31,6 +31,12 @@ void report(const QString &group, const QString &figure, double value, const QSt
     std::fflush(stdout);
 }
 
+bool writePage(const QString &path, qint64 bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(generatePage(bytes).toUtf8()) >= 0;
+}
+
 QString generatePage(qint64 bytes, int commentEvery)
 {
     static const char *words[] = {"the", "quick", "brown", "fox", "jumps", "over", "lazy", "dog",

@@ -26,11 +26,8 @@ static bench::Register wizardsBench("wizards", [] {
     pw::Workspace &ws = program.workspace();
     ws.options.setChecked(pw::Option::Highlight, true);
     const QString path = dir.filePath(QStringLiteral("page.html"));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!bench::writePage(path, 1024 * 1024))
         return;
-    file.write(bench::generatePage(1024 * 1024).toUtf8());
-    file.close();
 
     QList<int> sizes = {50, 100, 181};
     if (qEnvironmentVariableIsSet("PAGEWRIGHT_BENCH_TABLE"))
