@@ -9,6 +9,7 @@
 #include <QTreeWidgetItem>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 namespace pw {
@@ -38,6 +39,64 @@ void collectHits(const QString &path, const QString &text, const QString &target
     }
 }
 
+// A target of ASCII letters, digits and marks can be looked for in a file's bytes before they are
+// decoded: none of the decodings makes an ASCII character from a byte of 0x80 or above (UTF-8,
+// the 8-bit charsets), and line ends don't come into it. Most files hold no hit, so most are never
+// decoded. Two non-ASCII letters fold to ASCII ones ignoring case (KELVIN SIGN to k, LONG S to s):
+// such a target gets no verdict from the bytes of a file with any byte above 0x7F.
+class ByteFilter
+{
+public:
+    ByteFilter(const QString &target, Qt::CaseSensitivity cs) : m_cs(cs)
+    {
+        for (const QChar c : target) {
+            if (c.unicode() >= 0x80 || c == QLatin1Char('\r') || c == QLatin1Char('\n'))
+                return;
+            const char byte = char(c.unicode());
+            m_bytes += byte;
+            if (cs == Qt::CaseInsensitive && (lower(byte) == 'k' || lower(byte) == 's'))
+                m_folds = true;
+        }
+        m_usable = !target.isEmpty();
+    }
+    // False only when the decoded text can't hold the target.
+    bool mayHold(const QByteArray &bytes) const
+    {
+        if (!m_usable || hasWideMark(bytes))
+            return true;
+        bool found;
+        if (m_cs == Qt::CaseSensitive) {
+            found = bytes.contains(m_bytes);
+        } else {
+            const std::boyer_moore_horspool_searcher searcher(m_bytes.cbegin(), m_bytes.cend(), Hash(), Equal());
+            found = std::search(bytes.cbegin(), bytes.cend(), searcher) != bytes.cend();
+        }
+        if (found || !m_folds)
+            return found;
+        return std::any_of(bytes.cbegin(), bytes.cend(), [](char b) { return uchar(b) >= 0x80; });
+    }
+
+private:
+    static char lower(char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; }
+    struct Hash {
+        std::size_t operator()(char c) const { return std::size_t(uchar(lower(c))); }
+    };
+    struct Equal {
+        bool operator()(char a, char b) const { return lower(a) == lower(b); }
+    };
+    // UTF-16 and UTF-32 (either order) by their byte-order mark.
+    static bool hasWideMark(const QByteArray &bytes)
+    {
+        return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF") ||
+               bytes.startsWith(QByteArrayView("\x00\x00\xFE\xFF", 4));
+    }
+
+    QByteArray m_bytes;
+    Qt::CaseSensitivity m_cs;
+    bool m_usable = false;
+    bool m_folds = false;
+};
+
 bool leftOutByName(const QString &path)
 {
     const QString type = ClassifyFileType(path.right(3));
@@ -65,6 +124,7 @@ SiteSearchResult SearchSiteFiles(const QStringList &files, const QString &target
     SiteSearchResult result;
     if (target.isEmpty())
         return result;
+    const ByteFilter filter(target, cs);
     QByteArray buffer; // one for every file: its capacity grows to the largest and stays
     for (qsizetype i = 0; i < files.size(); ++i) {
         if (stop && stop(i, files.size())) {
@@ -95,6 +155,8 @@ SiteSearchResult SearchSiteFiles(const QStringList &files, const QString &target
             continue;
         }
         ++result.searched;
+        if (!filter.mayHold(buffer))
+            continue;
         const DecodedText decoded = decodeText(buffer);
         collectHits(path, decoded.text, target, cs, result.hits);
     }

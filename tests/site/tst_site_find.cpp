@@ -28,7 +28,9 @@ class TestSiteFind : public ProgramTest
             const QString name = spec.left(eq);
             QDir(base).mkpath(QFileInfo(name).path());
             QByteArray bytes = spec.mid(eq + 1).toUtf8();
-            bytes.replace("\\n", "\n").replace("\\r", "\r").replace("\\0", QByteArray(1, '\0')).replace("\\xe9", "\xe9");
+            bytes.replace("\\n", "\n").replace("\\r", "\r").replace("\\0", QByteArray(1, '\0'));
+            for (qsizetype at; (at = bytes.indexOf("\\x")) >= 0;)
+                bytes.replace(at, 4, QByteArray(1, char(bytes.mid(at + 2, 2).toInt(nullptr, 16))));
             QVERIFY(writeFile(base + QLatin1Char('/') + name, bytes));
         }
     }
@@ -91,6 +93,13 @@ private Q_SLOTS:
         QTest::newRow("CR line ends, an 8-bit page") << QStringList{"old.html=a\\rb\\r<P>caf\\xe9"}
                                                      << QString::fromUtf8("CAF\xc3\x89") << false
                                                      << QString::fromUtf8("old.html:3: <P>caf\xc3\xa9") << "1 hit in 1 file";
+        // Most files are looked at as bytes first; these must still be found.
+        QTest::newRow("UTF-16 with its mark") << QStringList{"w.txt=\\xff\\xfen\\0e\\0e\\0d\\0"} << "NEED" << false
+                                              << "w.txt:1: need" << "1 hit in 1 file";
+        QTest::newRow("KELVIN SIGN ignoring case") << QStringList{"k.txt=ab\\xe2\\x84\\xaa", "plain.txt=ab"} << "bk"
+                                                   << false << QString::fromUtf8("k.txt:1: ab\u212a") << "1 hit in 1 file";
+        QTest::newRow("a byte-split case") << QStringList{"m.txt=xNeEdLe"} << "nEeDlE" << false << "m.txt:1: xNeEdLe"
+                                           << "1 hit in 1 file";
     }
     void hitsByFileAndLine()
     {
