@@ -63,6 +63,12 @@ static bench::Register siteFindBench("sitefind", [] {
     bench::report("sitefind", QStringLiteral("search_%1_files_any_case").arg(files), double(t.nsecsElapsed()) / 1e6,
                   "ms", QStringLiteral("\"hits\": %1").arg(plain.hits.size()));
 
+    // A text with a letter outside ASCII: every file decoded and searched as text.
+    t.restart();
+    const pw::SiteSearchResult decoded = pw::SearchSiteFiles(listed, QString::fromUtf8("n\xc3\xa9edle"), Qt::CaseInsensitive);
+    bench::report("sitefind", QStringLiteral("search_%1_files_every_one_decoded").arg(files),
+                  double(t.nsecsElapsed()) / 1e6, "ms", QStringLiteral("\"hits\": %1").arg(decoded.hits.size()));
+
     // As the user does it: the window, the button, the list filled.
     pw::frmSiteFind *form = pw::ShowSiteFind(ws, base, &program.main());
     form->tbSiteFind->setText(QStringLiteral("NEEDLE"));

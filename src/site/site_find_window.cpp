@@ -91,6 +91,8 @@ frmSiteFind::frmSiteFind(Workspace &workspace, const QString &folder, QWidget *p
 
     connect(cmdSiteFind, &QPushButton::clicked, this, &frmSiteFind::cmdSiteFind_Click);
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::close);
+    // Closed, it lingers until deleted; the next Find in Files makes a new one.
+    connect(this, &QDialog::finished, this, [this] { setObjectName(QString()); });
     connect(lstSiteHits, &QListWidget::itemDoubleClicked, this, &frmSiteFind::lstSiteHits_Activated);
     // Enter on a hit opens it; a shortcut, so the default button does not search again as well.
     auto *openHit = new QAction(lstSiteHits);
