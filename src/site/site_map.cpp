@@ -10,6 +10,7 @@
 #include "platform/file_handles.h"
 #include "platform/message_box.h"
 #include "site/link_counts.h"
+#include "site/site_find_window.h"
 #include "site/site_pictures.h"
 
 #include <QCloseEvent>
@@ -145,6 +146,8 @@ frmSiteMap::frmSiteMap(Workspace &workspace, QMainWindow &main)
         ->setObjectName(QStringLiteral("mnuChangeBaseDir"));
     mnuFoldMap->addAction(QStringLiteral("Count Inbound Links"), this, &frmSiteMap::mnuCountLinks_Click)
         ->setObjectName(QStringLiteral("mnuCountLinks"));
+    mnuFoldMap->addAction(QStringLiteral("Find in Files..."), this, &frmSiteMap::mnuFindInFiles_Click)
+        ->setObjectName(QStringLiteral("mnuFindInFiles"));
 
     // Files saved under a new name come into the tree while it is up.
     SetSiteMapEntry([map = QPointer<frmSiteMap>(this)](const QString &path) {
@@ -372,6 +375,13 @@ void frmSiteMap::mnuCountLinks_Click()
         }
     }
     TreeView1->resizeColumnToContents(0);
+}
+
+void frmSiteMap::mnuFindInFiles_Click()
+{
+    QTreeWidgetItem *item = TreeView1->currentItem();
+    if (item && isFolderPicture(pictureOf(item)))
+        ShowSiteFind(m_workspace, keyOf(item), parentWidget());
 }
 
 void frmSiteMap::closeEvent(QCloseEvent *event)

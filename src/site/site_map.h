@@ -70,6 +70,8 @@ public:
     void mnuChangeBaseDir_Click();
     // The inbound links of every file, in a second column; pages nothing links to in grey italics.
     void mnuCountLinks_Click();
+    // Find in Files over the folder chosen (the whole site at the root).
+    void mnuFindInFiles_Click();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
