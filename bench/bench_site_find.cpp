@@ -65,7 +65,7 @@ static bench::Register siteFindBench("sitefind", [] {
 
     // A text with a letter outside ASCII: every file decoded and searched as text.
     t.restart();
-    const pw::SiteSearchResult decoded = pw::SearchSiteFiles(listed, QString::fromUtf8("n\xc3\xa9edle"), Qt::CaseInsensitive);
+    const pw::SiteSearchResult decoded = pw::SearchSiteFiles(listed, QString::fromUtf8("n\xc3\xa9" "edle"), Qt::CaseInsensitive);
     bench::report("sitefind", QStringLiteral("search_%1_files_every_one_decoded").arg(files),
                   double(t.nsecsElapsed()) / 1e6, "ms", QStringLiteral("\"hits\": %1").arg(decoded.hits.size()));
 
