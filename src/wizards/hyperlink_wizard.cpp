@@ -171,19 +171,11 @@ void frmHyperLink::Form_Load()
 void frmHyperLink::editTagAtCaret()
 {
     frmDoc *document = m_workspace.current();
-    if (!document || document->Text->SelLength() != 0)
+    const std::optional<ParsedTag> tag = document ? SelectTagAtCaret(*document->Text, QStringLiteral("A")) : std::nullopt;
+    if (!tag)
         return;
-    EditingSurface &surface = *document->Text;
-    const std::optional<TagSpan> span = TagAround(surface, surface.SelStart());
-    if (!span)
-        return;
-    const ParsedTag tag = ParseTag(surface.Mid(span->start, span->length));
-    if (tag.name != QLatin1String("A") || tag.broken)
-        return;
-    surface.setSelStart(span->start);
-    surface.setSelLength(span->length);
     m_inPlace = true;
-    const HyperLinkOptions o = HyperLinkOptionsFromTag(tag);
+    const HyperLinkOptions o = HyperLinkOptionsFromTag(*tag);
     cbURL->setEditText(o.url);
     cbTargetName->setEditText(o.target);
     tbExtraTags->setText(o.extraTags);

@@ -260,19 +260,11 @@ void frmImage::Form_Load()
 void frmImage::editTagAtCaret()
 {
     frmDoc *document = m_workspace.current();
-    if (!document || document->Text->SelLength() != 0)
+    const std::optional<ParsedTag> tag = document ? SelectTagAtCaret(*document->Text, QStringLiteral("IMG")) : std::nullopt;
+    if (!tag)
         return;
-    EditingSurface &surface = *document->Text;
-    const std::optional<TagSpan> span = TagAround(surface, surface.SelStart());
-    if (!span)
-        return;
-    const ParsedTag tag = ParseTag(surface.Mid(span->start, span->length));
-    if (tag.name != QLatin1String("IMG") || tag.broken)
-        return;
-    surface.setSelStart(span->start);
-    surface.setSelLength(span->length);
     m_inPlace = true;
-    const ImageOptions o = ImageOptionsFromTag(tag);
+    const ImageOptions o = ImageOptionsFromTag(*tag);
     cbSource->setEditText(o.source);
     tbAlt->setText(o.alt);
     tbBorderSize->setText(o.border);

@@ -113,4 +113,19 @@ std::optional<TagSpan> TagAround(EditingSurface &surface, int position)
     return TagSpan{start, end + 1 - start};
 }
 
+std::optional<ParsedTag> SelectTagAtCaret(EditingSurface &surface, const QString &name)
+{
+    if (surface.SelLength() != 0)
+        return std::nullopt;
+    const std::optional<TagSpan> span = TagAround(surface, surface.SelStart());
+    if (!span)
+        return std::nullopt;
+    ParsedTag tag = ParseTag(surface.Mid(span->start, span->length));
+    if (tag.name != name || tag.broken)
+        return std::nullopt;
+    surface.setSelStart(span->start);
+    surface.setSelLength(span->length);
+    return tag;
+}
+
 } // namespace pw

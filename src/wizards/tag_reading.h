@@ -37,5 +37,8 @@ int TagEnd(EditingSurface &surface, int start);
 // The tag whose "<" and ">" the position lies strictly between, looked for within a few thousand
 // characters; nothing when the position is outside any tag.
 std::optional<TagSpan> TagAround(EditingSurface &surface, int position);
+// With nothing selected and the caret inside a whole tag of that name (upper case), the tag is
+// selected, to be replaced in place, and returned read; else nothing changes.
+std::optional<ParsedTag> SelectTagAtCaret(EditingSurface &surface, const QString &name);
 
 } // namespace pw
