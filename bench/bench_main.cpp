@@ -3,6 +3,7 @@
 #include "platform/scripted_platform.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
 
@@ -35,6 +36,19 @@ bool writePage(const QString &path, qint64 bytes)
 {
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(generatePage(bytes).toUtf8()) >= 0;
+}
+
+QStringList makeSiteFolders(const QString &base)
+{
+    QStringList folders;
+    for (int top = 0; top < 50; ++top) {
+        const QString upper = QStringLiteral("%1/section%2").arg(base).arg(top);
+        for (int sub = 0; sub < 20; ++sub) {
+            folders.append(sub == 0 ? upper : QStringLiteral("%1/part%2").arg(upper).arg(sub));
+            QDir().mkpath(folders.last());
+        }
+    }
+    return folders;
 }
 
 QString generatePage(qint64 bytes, int commentEvery)

@@ -27,24 +27,19 @@ void writeFile(const QString &path, const QByteArray &bytes)
         file.write(bytes);
 }
 
-// 1,000 folders (50 with 19 below each) of 20 files each, of the kinds a site holds.
+// 1,000 folders of 20 files each, of the kinds a site holds.
 int makeSite(const QString &base)
 {
     static const char *endings[] = {".html", ".gif", ".jpg", ".txt", ".wav"};
     int files = 0;
-    for (int top = 0; top < 50; ++top) {
-        const QString upper = QStringLiteral("%1/section%2").arg(base).arg(top);
-        for (int sub = 0; sub < 20; ++sub) {
-            const QString folder = sub == 0 ? upper : QStringLiteral("%1/part%2").arg(upper).arg(sub);
-            QDir().mkpath(folder);
-            for (int f = 0; f < 20; ++f, ++files) {
-                // Each page links to two pages and a picture beside it, and one folder up.
-                const QByteArray page = "<A HREF=\"file" + QByteArray::number((f + 5) % 20) + ".html\"> <IMG SRC=\"file" +
-                                        QByteArray::number((f + 1) % 20) + ".gif\"> <A HREF=\"file" +
-                                        QByteArray::number((f + 10) % 20) + ".html#top\"> <A HREF=\"../index.html\">";
-                writeFile(QStringLiteral("%1/file%2%3").arg(folder).arg(f).arg(QLatin1String(endings[f % 5])),
-                          f % 5 == 0 ? page : QByteArray("x"));
-            }
+    for (const QString &folder : bench::makeSiteFolders(base)) {
+        for (int f = 0; f < 20; ++f, ++files) {
+            // Each page links to two pages and a picture beside it, and one folder up.
+            const QByteArray page = "<A HREF=\"file" + QByteArray::number((f + 5) % 20) + ".html\"> <IMG SRC=\"file" +
+                                    QByteArray::number((f + 1) % 20) + ".gif\"> <A HREF=\"file" +
+                                    QByteArray::number((f + 10) % 20) + ".html#top\"> <A HREF=\"../index.html\">";
+            writeFile(QStringLiteral("%1/file%2%3").arg(folder).arg(f).arg(QLatin1String(endings[f % 5])),
+                      f % 5 == 0 ? page : QByteArray("x"));
         }
     }
     return files;

@@ -19,24 +19,19 @@
 
 namespace {
 
-// 1,000 folders (50 with 19 below each) of 10 pages of about 4 KB; one page in 100 holds the hit.
+// 1,000 folders of 10 pages of about 4 KB; one page in 100 holds the hit.
 int makeSite(const QString &base)
 {
     const QByteArray page = bench::generatePage(4096).toUtf8();
     int files = 0;
-    for (int top = 0; top < 50; ++top) {
-        const QString upper = QStringLiteral("%1/section%2").arg(base).arg(top);
-        for (int sub = 0; sub < 20; ++sub) {
-            const QString folder = sub == 0 ? upper : QStringLiteral("%1/part%2").arg(upper).arg(sub);
-            QDir().mkpath(folder);
-            for (int f = 0; f < 10; ++f, ++files) {
-                QFile file(QStringLiteral("%1/page%2.html").arg(folder).arg(f));
-                if (!file.open(QIODevice::WriteOnly))
-                    continue;
-                file.write(page);
-                if (files % 100 == 0)
-                    file.write("\r\n<P>The NEEDLE is here.</P>\r\n");
-            }
+    for (const QString &folder : bench::makeSiteFolders(base)) {
+        for (int f = 0; f < 10; ++f, ++files) {
+            QFile file(QStringLiteral("%1/page%2.html").arg(folder).arg(f));
+            if (!file.open(QIODevice::WriteOnly))
+                continue;
+            file.write(page);
+            if (files % 100 == 0)
+                file.write("\r\n<P>The NEEDLE is here.</P>\r\n");
         }
     }
     return files;
