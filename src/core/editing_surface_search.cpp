@@ -2,6 +2,7 @@
 
 #include <QStringMatcher>
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextLayout>
 
 // Finding text, spanning and stopping at characters, and lines: the surface's read-only walks.
@@ -53,6 +54,7 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
         // One matcher for every line: it skips ahead by the target's length, which a plain search
         // ignoring case does not.
         const QStringMatcher matcher(parts.first(), cs);
+        constexpr int FarSearch = 1 << 16; // characters read line by line before pieces
         const int docFrom = toDocument(from);
         QTextBlock block = document()->findBlock(docFrom);
         int offset = docFrom - block.position();
@@ -62,6 +64,28 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
              blockStart += lineSpan(block, at), at += block.length(), block = block.next(), offset = 0) {
             if (blockStart + offset + size > to)
                 break;
+            // Far from the start the rest is read in large pieces, not line by line: a line costs
+            // an allocation of its own, and a hit close by never gets here. (Pieces overlap by the
+            // target's length, so no hit falls between two.)
+            if (parts.size() == 1 && m_breaks.empty() && at - docFrom > FarSearch) {
+                const int docEnd = document()->characterCount() - 1;
+                QTextCursor piece(document());
+                for (int pieceFrom = at + offset; pieceFrom < docEnd && found < 0; pieceFrom += FarSearch) {
+                    piece.setPosition(pieceFrom);
+                    piece.setPosition(qMin(docEnd, pieceFrom + FarSearch + size - 1), QTextCursor::KeepAnchor);
+                    const QString text = piece.selectedText(); // a separator is one character, as in the document
+                    for (qsizetype i = matcher.indexIn(text, 0); i >= 0 && i < FarSearch; i = matcher.indexIn(text, i + 1)) {
+                        const int pos = toSurface(pieceFrom + int(i));
+                        if (pos + size > to)
+                            return -1;
+                        if (boundaryOk(pos)) {
+                            found = pos;
+                            break;
+                        }
+                    }
+                }
+                break;
+            }
             QString text = lineText(block); // shared, not copied: the cache may move on
             const bool broken = !m_breaks.empty() && isBreak(at + block.length() - 1);
             if (parts.size() == 1) {

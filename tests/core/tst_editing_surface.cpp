@@ -150,6 +150,12 @@ private Q_SLOTS:
         QTest::newRow("empty target") << "abc" << "" << 0 << -1 << 0 << -1;
         QTest::newRow("missing") << "abc" << "z" << 0 << -1 << 0 << -1;
         QTest::newRow("without highlight") << "one two one" << "one" << 1 << -1 << 8 << 8;
+        // Far ahead the rest of the document is searched in one copy.
+        const QString far = QString("x\r\n").repeated(40000);
+        QTest::newRow("far ahead, whole word") << far + "cart car" << "CAR" << 0 << -1 << 2 << 120005;
+        QTest::newRow("far ahead, beyond the end bound") << far + "car" << "car" << 0 << 120002 << 0 << -1;
+        QTest::newRow("far ahead, across two pieces") << QString(65537, 'x') + "\r\n" + QString(65534, 'y') + "car"
+                                                     << "car" << 0 << -1 << 0 << 131073;
     }
     void findOptions()
     {
