@@ -1,5 +1,7 @@
 #include "core/editing_surface.h"
 
+#include "core/display_blocks.h"
+
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QTextBlock>
@@ -12,65 +14,6 @@ namespace pw {
 namespace {
 
 constexpr double kTwipsPerPixel = 15.0;
-
-// The pieces of a file as the document takes them: every line end (CR LF, CR or LF) one '\n', in
-// one pass, and a line longer than a display block broken into blocks, after a '>' or a blank in its
-// last quarter where there is one. Kept from piece to piece, so a line may run across pieces.
-class DisplayBlocks
-{
-public:
-    explicit DisplayBlocks(int limit) : m_limit(limit) {}
-
-    QString convert(QStringView piece)
-    {
-        QString out(piece.size() + piece.size() / (m_limit / 2) + 2, Qt::Uninitialized);
-        QChar *const begin = out.data();
-        QChar *o = begin;
-        const QChar *end = piece.end();
-        for (const QChar *c = piece.begin(); c != end; ++c) {
-            if (*c == QLatin1Char('\r') || *c == QLatin1Char('\n') || *c == QChar::ParagraphSeparator) {
-                *o++ = QLatin1Char('\n');
-                if (*c == QLatin1Char('\r') && c + 1 != end && c[1] == QLatin1Char('\n'))
-                    ++c;
-                m_column = 0;
-                continue;
-            }
-            // A block is broken only when more of its line follows, never inside a surrogate pair.
-            if (m_column >= m_limit && !(o != begin && o[-1].isHighSurrogate()))
-                o = breakBlock(begin, o);
-            *o++ = *c;
-            ++m_column;
-        }
-        out.truncate(o - begin);
-        m_written += int(out.size());
-        return out;
-    }
-
-    std::vector<int> breaks; // document positions
-
-private:
-    // Breaks the block that ends at o: behind its last '>' or blank in its last quarter (and in this
-    // piece), else at o. Returns the new end.
-    QChar *breakBlock(QChar *begin, QChar *o)
-    {
-        QChar *at = o;
-        const QChar *stop = o - std::min({qsizetype(m_column), qsizetype(m_limit / 4), qsizetype(o - begin)});
-        for (QChar *c = o; c != stop; --c)
-            if (c[-1] == QLatin1Char('>') || c[-1] == QLatin1Char(' ')) {
-                at = c;
-                break;
-            }
-        std::move_backward(at, o, o + 1);
-        *at = QLatin1Char('\n');
-        breaks.push_back(m_written + int(at - begin));
-        m_column = int(o - at);
-        return o + 1;
-    }
-
-    int m_limit;
-    int m_column = 0;
-    int m_written = 0;
-};
 
 } // namespace
 
@@ -146,60 +89,6 @@ EditingSurface::EditingSurface(QWidget *parent) : QPlainTextEdit(parent)
 EditingSurface::~EditingSurface() = default;
 
 // --- Mapping ----------------------------------------------------------------------------------
-
-int EditingSurface::breaksBefore(int documentPosition) const
-{
-    return int(std::lower_bound(m_breaks.begin(), m_breaks.end(), documentPosition) - m_breaks.begin());
-}
-
-bool EditingSurface::isBreak(int documentPosition) const
-{
-    return std::binary_search(m_breaks.begin(), m_breaks.end(), documentPosition);
-}
-
-// Each separator before counts one in the document; a line end counts two in Text, a break none.
-int EditingSurface::toSurface(int documentPosition) const
-{
-    const QTextBlock block = document()->findBlock(documentPosition);
-    const int separators = block.isValid() ? block.blockNumber() : document()->blockCount() - 1;
-    return documentPosition + separators - (m_breaks.empty() ? 0 : 2 * breaksBefore(documentPosition));
-}
-
-int EditingSurface::surfaceStart(const QTextBlock &block) const
-{
-    return toSurface(block.position());
-}
-
-int EditingSurface::lineSpan(const QTextBlock &block, int documentPosition) const
-{
-    const int end = documentPosition + block.length() - 1;
-    const bool lineEnd = block.next().isValid() && (m_breaks.empty() || !isBreak(end));
-    return block.length() - 1 + (lineEnd ? 2 : 0);
-}
-
-int EditingSurface::toDocument(int position) const
-{
-    const QTextDocument *doc = document();
-    position = qBound(0, position, TextLength());
-    // The block holding position p is the last one whose surface start (its document start plus
-    // one for each line end before it) is at most p. Its number is at most that of the block at
-    // document position p.
-    // (A break adds one to the document and nothing to Text, so it may lie further on.)
-    QTextBlock upper = doc->findBlock(position + int(m_breaks.size()));
-    int lo = 0;
-    int hi = upper.isValid() ? upper.blockNumber() : doc->blockCount() - 1;
-    while (lo < hi) {
-        const int mid = (lo + hi + 1) / 2;
-        if (surfaceStart(doc->findBlockByNumber(mid)) <= position)
-            lo = mid;
-        else
-            hi = mid - 1;
-    }
-    // At a break the position is the start of the block behind it.
-    const QTextBlock block = doc->findBlockByNumber(lo);
-    // A position between CR and LF falls back to the end of the line.
-    return qMin(block.position() + position - surfaceStart(block), block.position() + block.length() - 1);
-}
 
 QTextCursor EditingSurface::cursorFor(int docFrom, int docTo) const
 {

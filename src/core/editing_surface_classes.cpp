@@ -191,25 +191,6 @@ FormattedFragment EditingSurface::capture(int from, int to) const
     return f;
 }
 
-void EditingSurface::moveBreaks(int position, int removed, int added)
-{
-    if (m_breaks.empty())
-        return;
-    const auto first = std::lower_bound(m_breaks.begin(), m_breaks.end(), position);
-    const auto last = std::lower_bound(first, m_breaks.end(), position + removed);
-    for (auto at = last; at != m_breaks.end(); ++at)
-        *at += added - removed;
-    m_breaks.erase(first, last);
-}
-
-void EditingSurface::addBreaks(int position, const QList<int> &offsets)
-{
-    for (const int offset : offsets) {
-        const int at = position + offset;
-        m_breaks.insert(std::lower_bound(m_breaks.begin(), m_breaks.end(), at), at);
-    }
-}
-
 void EditingSurface::setCodes(int from, int to, uchar code)
 {
     if (from >= to)
