@@ -181,7 +181,7 @@ frmDoc *loadDocument(Workspace &ws, const QString &path, const Way &way)
 
     const int slot = slots.FindFreeSlot();
     FileHandles &handles = FileHandles::instance();
-    const ReadResult read = readWithProgress(
+    ReadResult read = readWithProgress(
         ws, [&](const DecodeProgress &progress) { return openDocumentFile(handles, slot, path, progress); });
     if (readFailed(ws, slot, read, way, path))
         return nullptr;
@@ -194,6 +194,7 @@ frmDoc *loadDocument(Workspace &ws, const QString &path, const Way &way)
     frmDoc *document = fillWindow(ws, slot, path, path, read.decoded);
     if (!document)
         return nullptr;
+    read.decoded.text = QString(); // in the document now: the colour pass needs the memory
     if (ws.options.isChecked(Option::LockFiles))
         handles.lock(slot); // a failed lock still holds the file, shared
     colourAndName(ws, *document);
