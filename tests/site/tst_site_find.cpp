@@ -23,11 +23,11 @@ class TestSiteFind : public ProgramTest
 
     void makeSite(const QStringList &files)
     {
-        for (const QString &spec : files) {
-            const qsizetype eq = spec.indexOf(QLatin1Char('='));
-            const QString name = spec.left(eq);
+        for (const QString &entry : files) {
+            const qsizetype eq = entry.indexOf(QLatin1Char('='));
+            const QString name = entry.left(eq);
             QDir(base).mkpath(QFileInfo(name).path());
-            QByteArray bytes = spec.mid(eq + 1).toUtf8();
+            QByteArray bytes = entry.mid(eq + 1).toUtf8();
             bytes.replace("\\n", "\n").replace("\\r", "\r").replace("\\0", QByteArray(1, '\0'));
             for (qsizetype at; (at = bytes.indexOf("\\x")) >= 0;)
                 bytes.replace(at, 4, QByteArray(1, char(bytes.mid(at + 2, 2).toInt(nullptr, 16))));
