@@ -131,34 +131,29 @@ int FrameModel::LineHit(int x, int y)
 
 bool FrameModel::splitH()
 {
-    if (CurrentFrame < 1 || CurrentFrame > count())
-        return false;
-    FrameSpec current = frame(CurrentFrame);
-    if (current.isDeleted() || LastY <= current.Top || LastY >= current.Bottom)
-        return false;
-    FrameSpec added;
-    added.Left = current.Left;
-    added.Right = current.Right;
-    added.Bottom = current.Bottom;
-    added.Top = LastY;
-    frame(CurrentFrame).Bottom = LastY;
-    m_frames.append(added);
-    return true;
+    return split(&FrameSpec::Top, &FrameSpec::Bottom, LastY);
 }
 
 bool FrameModel::splitV()
 {
+    return split(&FrameSpec::Left, &FrameSpec::Right, LastX);
+}
+
+// The current frame keeps the part before `at`; a new record, its bounds alone, takes the rest.
+bool FrameModel::split(qint16 FrameSpec::*low, qint16 FrameSpec::*high, int at)
+{
     if (CurrentFrame < 1 || CurrentFrame > count())
         return false;
-    FrameSpec current = frame(CurrentFrame);
-    if (current.isDeleted() || LastX <= current.Left || LastX >= current.Right)
+    const FrameSpec current = frame(CurrentFrame);
+    if (current.isDeleted() || at <= current.*low || at >= current.*high)
         return false;
     FrameSpec added;
     added.Top = current.Top;
+    added.Left = current.Left;
     added.Bottom = current.Bottom;
     added.Right = current.Right;
-    added.Left = LastX;
-    frame(CurrentFrame).Right = LastX;
+    added.*low = qint16(at);
+    frame(CurrentFrame).*high = qint16(at);
     m_frames.append(added);
     return true;
 }

@@ -93,6 +93,7 @@ public:
     float ScaleY = 0;
 
 private:
+    bool split(qint16 FrameSpec::*low, qint16 FrameSpec::*high, int at);
     LineFound extend(int i, LineKind kind, int pos, LineFound line) const;
 
     QList<FrameSpec> m_frames;
