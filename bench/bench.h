@@ -7,6 +7,10 @@
 #include <functional>
 #include <vector>
 
+namespace pw {
+class Application;
+}
+
 namespace bench {
 
 // A named group of figures; run() prints one JSON line per figure through report().
@@ -34,6 +38,9 @@ QStringList makeSiteFolders(const QString &base);
 
 // Median and 99th percentile of samples (sorted in place).
 double percentile(std::vector<double> &samples, double p);
+
+// The program's main window shown at the size every group measures in.
+void showMain(pw::Application &program);
 
 // Resident memory of this process in bytes.
 qint64 residentBytes();

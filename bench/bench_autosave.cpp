@@ -29,10 +29,8 @@ static bench::Register autosaveBench("autosave", [] {
     // Never the user's own folder: files left there would come back at the next start.
     QStandardPaths::setTestModeEnabled(true);
     pw::Application program(pw::platform());
-    pw::frmMDIMain &main = program.main();
     pw::Workspace &ws = program.workspace();
-    main.resize(1024, 720);
-    main.show();
+    bench::showMain(program);
     const QString page = bench::generatePage(1024 * 1024);
     std::vector<pw::frmDoc *> documents;
     for (int i = 0; i < 10; ++i) {

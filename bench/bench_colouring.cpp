@@ -104,10 +104,8 @@ void colourSizes(pw::Workspace &ws, const std::vector<qint64> &sizes)
 // and the memory such a page holds.
 static bench::Register colouringBench("colouring", [] {
     pw::Application program(pw::platform());
-    pw::frmMDIMain &main = program.main();
     pw::Workspace &ws = program.workspace();
-    main.resize(1024, 720);
-    main.show();
+    bench::showMain(program);
     QCoreApplication::processEvents();
 
     colourSizes(ws, {100 * 1024, 1024 * 1024});
@@ -196,8 +194,7 @@ static bench::Register colouringBench("colouring", [] {
 static bench::Register uppercaseBench("uppercase", [] {
     pw::Application program(pw::platform());
     pw::Workspace &ws = program.workspace();
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     ws.options.setChecked(pw::Option::UHTML, true);
     QCoreApplication::processEvents();
 
@@ -225,8 +222,7 @@ static bench::Register uppercaseBench("uppercase", [] {
 static bench::Register configureBench("configure", [] {
     pw::Application program(pw::platform());
     pw::Workspace &ws = program.workspace();
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     QCoreApplication::processEvents();
 
     const QString page = bench::generatePage(1024 * 1024);

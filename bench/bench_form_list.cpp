@@ -44,8 +44,7 @@ static bench::Register formListBench("formlist", [] {
     QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     pw::Workspace &ws = program.workspace();
     ws.options.setChecked(pw::Option::Highlight, true);
     const QString path = dir.filePath(QStringLiteral("page.html"));

@@ -96,8 +96,7 @@ double generationMs(pw::Workspace &ws, pw::frmFrames &form, bool percent)
 static bench::Register framesBench("frames", [] {
     QStandardPaths::setTestModeEnabled(true);
     pw::Application program(pw::platform());
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     pw::Workspace &ws = program.workspace();
     ws.options.setChecked(pw::Option::Highlight, true);
 

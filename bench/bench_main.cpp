@@ -1,5 +1,7 @@
 #include "bench.h"
 
+#include "app/application.h"
+#include "core/main_window.h"
 #include "platform/scripted_platform.h"
 
 #include <QApplication>
@@ -30,6 +32,12 @@ void report(const QString &group, const QString &figure, double value, const QSt
     line += QLatin1Char('}');
     std::printf("%s\n", qPrintable(line));
     std::fflush(stdout);
+}
+
+void showMain(pw::Application &program)
+{
+    program.main().resize(1024, 720);
+    program.main().show();
 }
 
 bool writePage(const QString &path, qint64 bytes)

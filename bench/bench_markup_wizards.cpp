@@ -62,8 +62,7 @@ static bench::Register markupWizardsBench("markup_wizards", [] {
     }
 
     pw::Application program(pw::platform());
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     pw::Workspace &ws = program.workspace();
     ws.options.setChecked(pw::Option::Highlight, true);
 

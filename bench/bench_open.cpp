@@ -19,8 +19,7 @@ static bench::Register openBench("open", [] {
     QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     for (const qint64 size : {100 * 1024LL, 1024 * 1024LL, 8 * 1024 * 1024LL}) {
         const QString path = dir.filePath(QStringLiteral("page%1.html").arg(size));
         QFile file(path);

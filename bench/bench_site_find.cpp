@@ -43,8 +43,7 @@ static bench::Register siteFindBench("sitefind", [] {
     QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
-    program.main().resize(1024, 720);
-    program.main().show();
+    bench::showMain(program);
     pw::Workspace &ws = program.workspace();
     const QString base = dir.filePath(QStringLiteral("site"));
     const int files = makeSite(base);
