@@ -11,6 +11,8 @@
 #include <functional>
 #include <vector>
 
+class QStringMatcher;
+
 namespace pw {
 
 // The rich text box of a document (and the hidden scratch surface): plain text in which every
@@ -232,6 +234,11 @@ private:
     // A block's text, kept for the next call until the document changes: searches that go on in
     // one long line would otherwise copy the whole line for every hit.
     const QString &lineText(const QTextBlock &block) const;
+    // Find's search far from its start: the document read in pieces of FarSearch characters (one
+    // allocation per piece, not per line). Document positions in, a Text position or -1 out.
+    static constexpr int FarSearch = 1 << 16; // characters read line by line before pieces
+    int findInPieces(const QStringMatcher &matcher, int docFrom, int size, int to,
+                     const std::function<bool(int)> &accept) const;
     void adoptDocument(QTextDocument *loaded);
     void onCursorMoved();
     void replaceRange(int from, int to, const FormattedFragment &with);

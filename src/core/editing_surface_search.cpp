@@ -54,7 +54,6 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
         // One matcher for every line: it skips ahead by the target's length, which a plain search
         // ignoring case does not.
         const QStringMatcher matcher(parts.first(), cs);
-        constexpr int FarSearch = 1 << 16; // characters read line by line before pieces
         const int docFrom = toDocument(from);
         QTextBlock block = document()->findBlock(docFrom);
         int offset = docFrom - block.position();
@@ -67,23 +66,8 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
             // Far from the start the rest is read in large pieces, not line by line: a line costs
             // an allocation of its own, and a hit close by never gets here. (Pieces overlap by the
             // target's length, so no hit falls between two.)
-            if (parts.size() == 1 && m_breaks.empty() && at - docFrom > FarSearch) {
-                const int docEnd = document()->characterCount() - 1;
-                QTextCursor piece(document());
-                for (int pieceFrom = at + offset; pieceFrom < docEnd && found < 0; pieceFrom += FarSearch) {
-                    piece.setPosition(pieceFrom);
-                    piece.setPosition(qMin(docEnd, pieceFrom + FarSearch + size - 1), QTextCursor::KeepAnchor);
-                    const QString text = piece.selectedText(); // a separator is one character, as in the document
-                    for (qsizetype i = matcher.indexIn(text, 0); i >= 0 && i < FarSearch; i = matcher.indexIn(text, i + 1)) {
-                        const int pos = toSurface(pieceFrom + int(i));
-                        if (pos + size > to)
-                            return -1;
-                        if (boundaryOk(pos)) {
-                            found = pos;
-                            break;
-                        }
-                    }
-                }
+            if (parts.size() == 1 && at - docFrom > FarSearch) {
+                found = findInPieces(matcher, at + offset, size, to, boundaryOk);
                 break;
             }
             QString text = lineText(block); // shared, not copied: the cache may move on
@@ -134,6 +118,51 @@ int EditingSurface::Find(const QString &target, int start, int end, int options)
         setSelLength(size);
     }
     return found;
+}
+
+int EditingSurface::findInPieces(const QStringMatcher &matcher, int docFrom, int size, int to,
+                                 const std::function<bool(int)> &accept) const
+{
+    const int docEnd = document()->characterCount() - 1;
+    QTextCursor piece(document());
+    QString text;
+    std::vector<int> dropped; // offsets in the piece of the breaks taken out of it
+    for (int pieceFrom = docFrom; pieceFrom < docEnd; pieceFrom += FarSearch) {
+        const int pieceEnd = qMin(docEnd, pieceFrom + FarSearch); // a hit starts before it
+        // Read on by the target's length less one, not counting the breaks on the way: pieces
+        // overlap by that much of Text, so no hit falls between two.
+        const auto first = std::lower_bound(m_breaks.begin(), m_breaks.end(), pieceFrom);
+        int readEnd = pieceEnd + size - 1;
+        auto last = first;
+        for (; last != m_breaks.end() && *last < qMin(docEnd, readEnd); ++last)
+            if (*last >= pieceEnd)
+                ++readEnd;
+        readEnd = qMin(docEnd, readEnd);
+        piece.setPosition(pieceFrom);
+        piece.setPosition(readEnd, QTextCursor::KeepAnchor);
+        text = piece.selectedText(); // a separator is one character, as in the document
+        // A break is no character of Text; a hit may run across it.
+        dropped.clear();
+        for (auto b = last; b != first;) {
+            const int at = *--b - pieceFrom;
+            text.remove(at, 1);
+            dropped.insert(dropped.begin(), at);
+        }
+        for (qsizetype i = matcher.indexIn(text, 0); i >= 0; i = matcher.indexIn(text, i + 1)) {
+            int at = int(i);
+            for (const int d : dropped)
+                if (d <= at)
+                    ++at;
+            if (pieceFrom + at >= pieceEnd)
+                break;
+            const int pos = toSurface(pieceFrom + at);
+            if (pos + size > to)
+                return -1;
+            if (accept(pos))
+                return pos;
+        }
+    }
+    return -1;
 }
 
 int EditingSurface::stopForward(int from, const QString &set, bool stopInSet) const

@@ -16,6 +16,7 @@
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QPointer>
+#include <QStringMatcher>
 
 #include <optional>
 
@@ -380,21 +381,25 @@ void FindLocalNames(Workspace &workspace, frmDoc &document)
 {
     EditingSurface &text = *document.Text;
     auto &names = document.state().LocalNames;
-    const QString target = QStringLiteral("<A NAME=\"");
+    const QStringMatcher target(QStringLiteral("<A NAME=\""), Qt::CaseInsensitive);
+    const qsizetype targetSize = target.pattern().size();
     constexpr int Full = DocumentState::LocalNameCount - 1; // 21: at most 20 names are kept
 
     for (int i = 1; i < DocumentState::LocalNameCount; ++i)
         names[size_t(i)].clear();
+    // One copy of the text searched through, not a search of the document per name: a page
+    // without names is read once.
+    const QString all = text.Text();
     // From position 1, so an anchor at the very start is not found.
-    int found = text.Find(target, 1, -1, EditingSurface::NoHighlight);
+    qsizetype found = target.indexIn(all, 1);
     int counter = 1;
     while (found >= 0 && counter < Full) {
-        const int start = found + int(target.size());
-        const int quote = text.Find(QStringLiteral("\""), start, -1, EditingSurface::NoHighlight);
+        const qsizetype start = found + targetSize;
+        const qsizetype quote = all.indexOf(QLatin1Char('"'), start);
         // A name whose quote never closes is no name.
         if (quote >= 0)
-            names[size_t(counter++)] = text.Mid(start, quote - start);
-        found = text.Find(target, found + 1, -1, EditingSurface::NoHighlight);
+            names[size_t(counter++)] = all.mid(start, quote - start);
+        found = target.indexIn(all, found + 1);
         if (workspace.platform.escapePressed())
             break;
     }
