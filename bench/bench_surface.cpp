@@ -8,7 +8,8 @@
 #include <functional>
 #include <vector>
 
-// Surface operations on an 8 MB page: load, Find, SelStart/SelText writes, GetLineFromChar.
+// Surface operations on an 8 MB page: load, Find, SelStart/SelText writes, the whole text,
+// GetLineFromChar.
 static bench::Register surfaceBench("surface", [] {
     const QString page = bench::generatePage(8 * 1024 * 1024);
     pw::EditingSurface surface;
@@ -59,6 +60,9 @@ static bench::Register surfaceBench("surface", [] {
     });
     bench::report("surface", "selstart_seltext_median", bench::percentile(samples, 0.5), "ms");
     bench::report("surface", "selstart_seltext_p99", bench::percentile(samples, 0.99), "ms");
+
+    samples = sample(9, [&](int) { (void)surface.Text(); });
+    bench::report("surface", "text_8mb_median", bench::percentile(samples, 0.5), "ms");
 
     samples = sample(10000, [&](int at) { surface.GetLineFromChar(at); });
     bench::report("surface", "line_from_char_median", bench::percentile(samples, 0.5), "ms");

@@ -16,7 +16,6 @@
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QPointer>
-#include <QStringMatcher>
 
 #include <optional>
 
@@ -381,8 +380,6 @@ void FindLocalNames(Workspace &workspace, frmDoc &document)
 {
     EditingSurface &text = *document.Text;
     auto &names = document.state().LocalNames;
-    const QStringMatcher target(QStringLiteral("<A NAME=\""), Qt::CaseInsensitive);
-    const qsizetype targetSize = target.pattern().size();
     constexpr int Full = DocumentState::LocalNameCount - 1; // 21: at most 20 names are kept
 
     for (int i = 1; i < DocumentState::LocalNameCount; ++i)
@@ -390,16 +387,25 @@ void FindLocalNames(Workspace &workspace, frmDoc &document)
     // One copy of the text searched through, not a search of the document per name: a page
     // without names is read once.
     const QString all = text.Text();
+    const QStringView view(all);
+    const QLatin1String rest("A NAME=\""); // after the '<', any case
+    // Each '<' is looked at (a scan for one character is far quicker than a search ignoring case).
+    const auto next = [&](qsizetype from) {
+        for (qsizetype at = view.indexOf(QLatin1Char('<'), from); at >= 0; at = view.indexOf(QLatin1Char('<'), at + 1))
+            if (view.mid(at + 1).startsWith(rest, Qt::CaseInsensitive))
+                return at;
+        return qsizetype(-1);
+    };
     // From position 1, so an anchor at the very start is not found.
-    qsizetype found = target.indexIn(all, 1);
+    qsizetype found = next(1);
     int counter = 1;
     while (found >= 0 && counter < Full) {
-        const qsizetype start = found + targetSize;
+        const qsizetype start = found + 1 + rest.size();
         const qsizetype quote = all.indexOf(QLatin1Char('"'), start);
         // A name whose quote never closes is no name.
         if (quote >= 0)
             names[size_t(counter++)] = all.mid(start, quote - start);
-        found = target.indexIn(all, found + 1);
+        found = next(found + 1);
         if (workspace.platform.escapePressed())
             break;
     }

@@ -154,8 +154,11 @@ private Q_SLOTS:
         const QString far = QString("x\r\n").repeated(40000);
         QTest::newRow("far ahead, whole word") << far + "cart car" << "CAR" << 0 << -1 << 2 << 120005;
         QTest::newRow("far ahead, beyond the end bound") << far + "car" << "car" << 0 << 120002 << 0 << -1;
+        // "car" runs across two pieces and across a display break.
         QTest::newRow("far ahead, across two pieces") << QString(65537, 'x') + "\r\n" + QString(65534, 'y') + "car"
                                                      << "car" << 0 << -1 << 0 << 131073;
+        QTest::newRow("far ahead, behind display breaks") << QString(65537, 'x') + "\r\n" + QString(70000, 'y') + "car"
+                                                         << "car" << 0 << -1 << 0 << 135539;
     }
     void findOptions()
     {
@@ -165,7 +168,7 @@ private Q_SLOTS:
         QFETCH(int, end);
         QFETCH(int, options);
         QFETCH(int, expected);
-        s->setText(text);
+        QVERIFY(s->loadText(text, {})); // as a file is: its long lines in display blocks
         select(0, 1);
         QCOMPARE(s->Find(target, start, end, options), expected);
         const bool selects = expected >= 0 && !(options & EditingSurface::NoHighlight);

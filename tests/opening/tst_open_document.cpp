@@ -315,6 +315,9 @@ private Q_SLOTS:
         QTest::newRow("case is ignored") << "<P><a name=\"low\">" << QStringList{"low"};
         QTest::newRow("unclosed name is none") << "<P><A NAME=\"open>\nmore text" << QStringList{};
         QTest::newRow("no anchors") << "<P>plain</P>" << QStringList{};
+        QTest::newRow("a name across a line end") << "<P><A NAME=\"a\nb\">" << QStringList{"a\r\nb"};
+        QTest::newRow("the next search starts behind the last hit")
+            << "<P><A NAME=\"<a name=\"X\">" << QStringList{"<a name=", "X"};
     }
     void anchorNames()
     {
