@@ -20,7 +20,14 @@ ProgressStrip::~ProgressStrip()
 
 void ProgressStrip::step(qint64 done, qint64 total)
 {
+    // Most steps leave the value as it is: they cost a comparison, not a division.
+    if (total == m_total && done >= m_valueFrom && done < m_nextFrom)
+        return;
     const int value = total > 0 ? int(qBound(qint64(0), 100 * done / total, qint64(100))) : 0;
+    m_total = total;
+    // The stretch of done giving this value: 100 * done / total == value.
+    m_valueFrom = total > 0 && value < 100 ? (value * total + 99) / 100 : done;
+    m_nextFrom = total > 0 && value < 100 ? ((value + 1) * total + 99) / 100 : done;
     if (value == std::exchange(m_lastValue, value))
         return;
     m_status.setProgress(value);

@@ -26,6 +26,8 @@ private:
     StatusPresenter &m_status;
     bool m_shown;
     int m_lastValue = -1;
+    qint64 m_total = -1;
+    qint64 m_valueFrom = 0, m_nextFrom = 0; // done in [from, next) gives m_lastValue again
 };
 
 // A long pass: status text, wait cursor and progress strip for its lifetime, Escape polled on

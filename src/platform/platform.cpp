@@ -2,7 +2,16 @@
 
 #include "platform/qt_platform.h"
 
+#include <ctime>
+
 namespace pw {
+
+qint64 coarseTicks()
+{
+    timespec t{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &t);
+    return qint64(t.tv_sec) * 1000 + t.tv_nsec / 1000000;
+}
 
 int Platform::msgBox(const QString &text, int style, const QString &title)
 {

@@ -25,6 +25,10 @@ public:
     virtual bool endDoc() = 0;
 };
 
+// The steady clock of ticks(), in milliseconds: the coarse one, a few nanoseconds to read (a pass
+// reads it once a round) with a few milliseconds of grain, finer than any pace it sets.
+qint64 coarseTicks();
+
 // Everything that would block a test or reach outside the program. The real implementation is
 // QtPlatform; tests install a ScriptedPlatform.
 //

@@ -20,8 +20,6 @@
 #include <QProcess>
 #include <QPushButton>
 
-#include <ctime>
-
 namespace pw {
 
 // While escapePressed() gives the queue a turn, Escape is recorded and other user input is held
@@ -216,11 +214,7 @@ bool QtPlatform::escapePressed()
 
 qint64 QtPlatform::ticks()
 {
-    // A pass reads it once a round: the coarse clock costs a few nanoseconds and its few
-    // milliseconds of grain are finer than any pace it sets.
-    timespec t{};
-    clock_gettime(CLOCK_MONOTONIC_COARSE, &t);
-    return qint64(t.tv_sec) * 1000 + t.tv_nsec / 1000000;
+    return coarseTicks();
 }
 
 QDateTime QtPlatform::now()

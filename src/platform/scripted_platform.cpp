@@ -3,7 +3,6 @@
 #include "platform/message_box.h"
 #include "platform/printer_sink.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -51,14 +50,8 @@ ErrorCode ScriptedPlatform::showDialog(CommonDialog::Kind kind, CommonDialog &di
 
 qint64 ScriptedPlatform::ticks()
 {
-    if (realTicks) {
-        static const QElapsedTimer started = [] {
-            QElapsedTimer t;
-            t.start();
-            return t;
-        }();
-        return started.elapsed();
-    }
+    if (realTicks)
+        return coarseTicks(); // as the program reads it
     return tickNow += tickStep;
 }
 
