@@ -27,6 +27,26 @@ struct PassFailure {
 
 constexpr int InvalidPropertyValue = int(ErrorCode::InvalidPropertyValue);
 
+// "<!--" and "-->" are found by their angle bracket, which is scanned for many characters at a
+// time; a search for the whole string goes one character at a time. (QString's search for one
+// character goes straight to the scan, QStringView's through the search for strings.)
+qsizetype findCommentOpen(const QString &text, qsizetype from)
+{
+    for (qsizetype at = text.indexOf(QLatin1Char('<'), from); at >= 0; at = text.indexOf(QLatin1Char('<'), at + 1))
+        if (at + 4 <= text.size() && text[at + 1] == QLatin1Char('!') && text[at + 2] == QLatin1Char('-')
+            && text[at + 3] == QLatin1Char('-'))
+            return at;
+    return -1;
+}
+
+qsizetype findCommentClose(const QString &text, qsizetype from)
+{
+    for (qsizetype at = text.indexOf(QLatin1Char('>'), from + 2); at >= 0; at = text.indexOf(QLatin1Char('>'), at + 1))
+        if (text[at - 1] == QLatin1Char('-') && text[at - 2] == QLatin1Char('-'))
+            return at - 2;
+    return -1;
+}
+
 // Upper-cases [begin, end) outside double-quoted values in place, telling `changed` the offset of
 // each character that changed.
 template<typename F> void uppercaseOutsideQuotes(QChar *begin, QChar *end, F &&changed)
@@ -81,10 +101,9 @@ private:
         escapePressed(); // an old press doesn't count
         bool aborted = false;
 
-        const QLatin1String open("<!--"), close("-->");
-        qsizetype pos = m_text.indexOf(open);
+        qsizetype pos = findCommentOpen(m_text, 0);
         while (pos != -1 && !aborted) {
-            const qsizetype end = m_text.indexOf(close, pos);
+            const qsizetype end = findCommentClose(m_text, pos);
             if (end < 0) {
                 // The selection of [pos, end + 3) can't be set; what its length reaches is coloured.
                 if (m_walk.commentFont && 2 - pos > 0)
@@ -94,7 +113,7 @@ private:
             if (m_walk.commentFont)
                 queueFont(int(pos), int(end - pos + 3), m_walk.commentFont);
             m_comments.append({int(pos), int(end + 2)});
-            pos = m_text.indexOf(open, qMax<qsizetype>(0, end - m_walk.nextCommentBack));
+            pos = findCommentOpen(m_text, qMax<qsizetype>(0, end - m_walk.nextCommentBack));
             aborted = poll();
         }
 
@@ -241,10 +260,9 @@ QString UppercaseOutsideQuotes(const QString &text)
 
 QString UppercaseTags(QString text)
 {
-    const QLatin1String open("<!--"), close("-->");
     QList<CommentSpan> comments;
-    for (qsizetype pos = text.indexOf(open); pos != -1; pos = text.indexOf(open, pos)) {
-        const qsizetype end = text.indexOf(close, pos);
+    for (qsizetype pos = findCommentOpen(text, 0); pos != -1; pos = findCommentOpen(text, pos)) {
+        const qsizetype end = findCommentClose(text, pos);
         if (end < 0)
             return text;
         comments.append({int(pos), int(end + 2)});
