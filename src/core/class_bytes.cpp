@@ -11,8 +11,13 @@ constexpr int Chunk = 16 * 1024; // a chunk is split when it grows past twice th
 
 qsizetype ClassBytes::chunkAt(int position) const
 {
+    // Passes go forward: the chunk of the last call, or the next one, mostly holds the position.
+    const qsizetype count = m_starts.size();
+    for (qsizetype k = m_lastChunk; k < qMin(m_lastChunk + 2, count); ++k)
+        if (position >= m_starts[k] && (k + 1 == count || position < m_starts[k + 1]))
+            return m_lastChunk = k;
     const auto it = std::upper_bound(m_starts.cbegin(), m_starts.cend(), position);
-    return qMax<qsizetype>(0, (it - m_starts.cbegin()) - 1);
+    return m_lastChunk = qMax<qsizetype>(0, (it - m_starts.cbegin()) - 1);
 }
 
 uchar ClassBytes::at(int i) const

@@ -31,6 +31,7 @@ private:
     QList<QByteArray> m_chunks;
     QList<int> m_starts; // where each chunk starts
     int m_size = 0;
+    mutable qsizetype m_lastChunk = 0; // where chunkAt found the last position
 };
 
 } // namespace pw

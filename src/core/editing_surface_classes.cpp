@@ -300,25 +300,46 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
     QTextDocument *doc = document();
     // Surface positions are mapped by walking the blocks forward; ranges come mostly ascending,
     // so the whole batch costs one findBlock and one walk.
-    QTextBlock block;
-    int blockStart = 0; // surface position of block's start
-    int blockAt = 0;    // document position of block's start
+    QTextBlock block, next;
+    int blockStart = 0;  // surface position of block's start
+    int blockAt = 0;     // document position of block's start
+    int blockLength = 0; // in the document, with its separator
+    int span = 0;        // lineSpan of the block; the last one spans all that follows
+    auto breakAhead = m_breaks.cbegin(); // the first break not before the block's end
+    const auto enter = [&] {
+        blockLength = block.length();
+        next = block.next();
+        const int end = blockAt + blockLength - 1;
+        while (breakAhead != m_breaks.cend() && *breakAhead < end)
+            ++breakAhead;
+        span = !next.isValid() ? INT_MAX
+                               : blockLength - 1 + (breakAhead != m_breaks.cend() && *breakAhead == end ? 0 : 2);
+    };
     const auto toDoc = [&](int position) {
         if (!block.isValid() || position < blockStart) {
             block = doc->findBlock(toDocument(position));
             blockStart = surfaceStart(block);
             blockAt = block.position();
+            breakAhead = std::lower_bound(m_breaks.cbegin(), m_breaks.cend(), blockAt);
+            enter();
         }
-        for (;;) {
-            const QTextBlock next = block.next();
-            const int span = lineSpan(block, blockAt);
-            if (!next.isValid() || position < blockStart + span)
-                break;
+        while (position - blockStart >= span) {
             blockStart += span;
-            blockAt += block.length();
+            blockAt += blockLength;
             block = next;
+            enter();
         }
-        return blockAt + qMin(position - blockStart, block.length() - 1);
+        return blockAt + qMin(position - blockStart, blockLength - 1);
+    };
+    // Batches come in runs of one font.
+    const FontClass *lastFont = nullptr;
+    uchar lastCode = NoClass;
+    const auto code = [&](const FontClass &font) {
+        if (&font != lastFont) {
+            lastFont = &font;
+            lastCode = codeFor(font);
+        }
+        return lastCode;
     };
 
     struct Rewrite {
@@ -337,7 +358,7 @@ void EditingSurface::applyEdits(const QList<RangeEdit> &edits)
             continue;
         switch (edit.kind) {
         case RangeEdit::MergeFont:
-            m_classes.fill(from, to - from, codeFor(*edit.font));
+            m_classes.fill(from, to - from, code(*edit.font));
             break;
         case RangeEdit::TakeLastFormat:
             m_classes.fill(from, to - from, codeAt(to));
