@@ -10,18 +10,35 @@ QString DisplayBlocks::convert(QStringView piece)
     QChar *const begin = out.data();
     QChar *o = begin;
     const QChar *end = piece.end();
-    for (const QChar *c = piece.begin(); c != end; ++c) {
-        if (*c == QLatin1Char('\r') || *c == QLatin1Char('\n') || *c == QChar::ParagraphSeparator) {
+    const auto lineEnd = [](QChar c) {
+        return c.unicode() <= u'\r' ? c == QLatin1Char('\r') || c == QLatin1Char('\n') : c == QChar::ParagraphSeparator;
+    };
+    for (const QChar *c = piece.begin(); c != end;) {
+        // The characters of a line below its block's bound go across in one run.
+        if (m_column < m_limit) {
+            const QChar *run = c;
+            const QChar *stop = c + std::min<qsizetype>(end - c, m_limit - m_column);
+            while (c != stop && !lineEnd(*c))
+                ++c;
+            o = std::copy(run, c, o);
+            m_column += int(c - run);
+            if (c == end)
+                break;
+            if (!lineEnd(*c))
+                continue;
+        }
+        if (lineEnd(*c)) {
             *o++ = QLatin1Char('\n');
             if (*c == QLatin1Char('\r') && c + 1 != end && c[1] == QLatin1Char('\n'))
                 ++c;
+            ++c;
             m_column = 0;
             continue;
         }
         // A block is broken only when more of its line follows, never inside a surrogate pair.
         if (m_column >= m_limit && !(o != begin && o[-1].isHighSurrogate()))
             o = breakBlock(begin, o);
-        *o++ = *c;
+        *o++ = *c++;
         ++m_column;
     }
     out.truncate(o - begin);

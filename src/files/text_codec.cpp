@@ -299,7 +299,11 @@ bool decodeInto(DecodedText &result, const QByteArray &bytes, qsizetype start, T
 void holdSeparators(DecodedText &result)
 {
     QString &text = result.text;
-    const auto isHeld = [](QChar c) { return std::find(std::begin(kHeld), std::end(kHeld), c.unicode()) != std::end(kHeld); };
+    // Most characters are below every held one: one comparison each.
+    constexpr char16_t lowest = *std::min_element(std::begin(kHeld), std::end(kHeld));
+    const auto isHeld = [](QChar c) {
+        return c.unicode() >= lowest && std::find(std::begin(kHeld), std::end(kHeld), c.unicode()) != std::end(kHeld);
+    };
     if (std::none_of(text.cbegin(), text.cend(), isHeld))
         return;
     std::bitset<kPrivateLast - kPrivateFirst + 1> used;
