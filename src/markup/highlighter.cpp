@@ -57,7 +57,9 @@ template<typename F> void uppercaseOutsideQuotes(QChar *begin, QChar *end, F &&c
             inQuote = !inQuote;
         if (inQuote)
             continue;
-        const QChar upper = c->toUpper();
+        const char16_t u = c->unicode();
+        // Tags are mostly ASCII: its letters without the table.
+        const QChar upper = u < 0x80 ? QChar(u >= u'a' && u <= u'z' ? char16_t(u - 0x20) : u) : c->toUpper();
         if (upper != *c) {
             *c = upper;
             changed(int(c - begin));
