@@ -89,6 +89,20 @@ public:
     void append(const QChar *p, qsizetype n)
     {
         const QChar *end = p + n;
+        // Most files end their lines with LF alone: then the line ends are found by a scan for one
+        // character, which goes many characters at a time.
+        if (!m_pendingCr && QStringView(p, n).indexOf(QChar(u'\r')) < 0) {
+            const QStringView all(p, n);
+            qsizetype from = 0;
+            for (qsizetype lf = all.indexOf(QChar(u'\n')); lf >= 0; lf = all.indexOf(QChar(u'\n'), from)) {
+                m_out.append(p + from, lf - from);
+                m_out.append(u"\r\n");
+                ++m_lf;
+                from = lf + 1;
+            }
+            m_out.append(p + from, n - from);
+            return;
+        }
         while (p < end) {
             if (m_pendingCr) {
                 m_pendingCr = false;
@@ -446,13 +460,21 @@ bool looksBinary(const QByteArray &bytes)
     return control * 10 > head.size() * 3;
 }
 
+qsizetype countByte(const QByteArray &bytes, char c)
+{
+    qsizetype n = 0;
+    const char *const end = bytes.constData() + bytes.size();
+    for (const char *p = bytes.constData(); (p = static_cast<const char *>(std::memchr(p, c, size_t(end - p)))); ++p)
+        ++n;
+    return n;
+}
+
 DecodedText decodeText(const QByteArray &bytes, const DecodeProgress &progress)
 {
     DecodedText result;
     result.binary = looksBinary(bytes);
     // Enough for any line-end growth, so the text is never copied to grow.
-    const qsizetype ends =
-        std::count(bytes.cbegin(), bytes.cend(), '\n') + std::count(bytes.cbegin(), bytes.cend(), '\r');
+    const qsizetype ends = countByte(bytes, '\n') + countByte(bytes, '\r');
     result.text.reserve(bytes.size() + ends);
 
     const auto done = [&result] {
