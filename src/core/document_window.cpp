@@ -26,8 +26,8 @@ frmDoc::frmDoc(Workspace &workspace, int slot, const QString &untitledName)
     Text1 = new QLineEdit(this);
     Text1->setObjectName(QStringLiteral("Text1"));
     Text1->hide();
-    // The program's icon comes from the main window: one of its own would be drawn anew for
-    // each document.
+    // The program's icon is the application's (see the main window): one of its own would be
+    // drawn anew for each document.
     m_state.setUntitledName(untitledName);
     showTitle();
     connect(&m_state, &DocumentState::captionChanged, this, &frmDoc::showTitle);

@@ -6,6 +6,7 @@
 #include "core/status_presenter.h"
 #include "core/workspace.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QWindowStateChangeEvent>
 #include <QLabel>
@@ -23,7 +24,8 @@ frmMDIMain::frmMDIMain(Platform &platform, QWidget *parent) : QMainWindow(parent
 {
     setObjectName(QStringLiteral("frmMDIMain"));
     setWindowTitle(AppTitle());
-    setWindowIcon(QIcon(QStringLiteral(":/icons/pagewright.svg")));
+    // Every window of the program shows its icon, drawn once.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/pagewright.svg")));
 
     auto *central = new QWidget(this);
     auto *layout = new QVBoxLayout(central);
