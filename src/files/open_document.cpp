@@ -143,8 +143,7 @@ frmDoc *fillWindow(Workspace &ws, int slot, const QString &path, const QString &
 
 void colourAndName(Workspace &ws, frmDoc &document)
 {
-    HighlightDocument(ws, document);
-    FindLocalNames(ws, document);
+    FindLocalNames(ws, document, HighlightDocument(ws, document));
     document.Text->clearUndo();
 }
 
@@ -376,7 +375,7 @@ void ImportFile(Workspace &workspace, frmDoc &document)
     target->state().setDirty(true);
 }
 
-void FindLocalNames(Workspace &workspace, frmDoc &document)
+void FindLocalNames(Workspace &workspace, frmDoc &document, QString walked)
 {
     EditingSurface &text = *document.Text;
     auto &names = document.state().LocalNames;
@@ -386,12 +385,13 @@ void FindLocalNames(Workspace &workspace, frmDoc &document)
         names[size_t(i)].clear();
     // One copy of the text searched through, not a search of the document per name: a page
     // without names is read once.
-    const QString all = text.Text();
+    const QString all = walked.isNull() ? text.Text() : std::move(walked);
     const QStringView view(all);
     const QLatin1String rest("A NAME=\""); // after the '<', any case
-    // Each '<' is looked at (a scan for one character is far quicker than a search ignoring case).
+    // Each '<' is looked at (a scan for one character is far quicker than a search ignoring case;
+    // QString's goes straight to it).
     const auto next = [&](qsizetype from) {
-        for (qsizetype at = view.indexOf(QLatin1Char('<'), from); at >= 0; at = view.indexOf(QLatin1Char('<'), at + 1))
+        for (qsizetype at = all.indexOf(QLatin1Char('<'), from); at >= 0; at = all.indexOf(QLatin1Char('<'), at + 1))
             if (view.mid(at + 1).startsWith(rest, Qt::CaseInsensitive))
                 return at;
         return qsizetype(-1);

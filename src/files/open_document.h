@@ -42,7 +42,8 @@ void ImportFile(Workspace &workspace, frmDoc &document);
 // mnuFileEncoding(index): the document's file read again in another encoding, which its saves then
 // keep. Asks first when the document has changed; bytes not valid in the encoding change nothing.
 void ReopenWithEncoding(Workspace &workspace, frmDoc &document, TextEncoding encoding);
-// Collects the names of the anchors of a document into its LocalNames (at most 20).
-void FindLocalNames(Workspace &workspace, frmDoc &document);
+// Collects the names of the anchors of a document into its LocalNames (at most 20). `walked` is
+// the document's text when the caller holds it (a colouring pass just walked it), else null.
+void FindLocalNames(Workspace &workspace, frmDoc &document, QString walked = {});
 
 } // namespace pw

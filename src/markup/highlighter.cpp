@@ -88,7 +88,7 @@ public:
         try {
             const WalkEnd end = walk();
             flush();
-            return {end, std::move(m_comments)};
+            return {end, std::move(m_comments), std::move(m_text)};
         } catch (...) {
             flush(); // what was done stays done
             throw;
@@ -315,13 +315,13 @@ QString failureMessage(const PassFailure &failure, const QString &caption)
 }
 
 // The colouring pass on one surface; `document` is null for the preview, which shows nothing of
-// a pass and touches no document state.
-void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, frmDoc *document, const QString &caption)
+// a pass and touches no document state. Returns the text it walked, as the pass leaves it.
+QString colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, frmDoc *document, const QString &caption)
 {
     // Not painted here: a short pass shows the page coloured, a long one when its strip appears.
     text.setVisible(true);
     if (!ws.options.isChecked(Option::Highlight))
-        return;
+        return {};
 
     const QPointer<frmDoc> owner(document);
     const bool dirty = document && document->state().Dirty();
@@ -331,6 +331,7 @@ void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, fr
     const int caret = text.SelStart();
 
     std::optional<PassFailure> failure;
+    QString walked;
     {
         EditingSurface::EventBatch oneEvent(text);
         TagWalk walk;
@@ -340,8 +341,10 @@ void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, fr
         walk.uppercase = ws.options.isChecked(Option::UHTML) && !(document && document->state().binary);
         try {
             EditingSurface::EditGroup oneStep(text);
-            if (WalkTags(text, walk, ws.platform, pass ? &*pass : nullptr).end == WalkEnd::UnclosedComment)
+            WalkResult result = WalkTags(text, walk, ws.platform, pass ? &*pass : nullptr);
+            if (result.end == WalkEnd::UnclosedComment)
                 failure = PassFailure{InvalidPropertyValue, QStringLiteral("Invalid property value")};
+            walked = std::move(result.text);
         } catch (const std::exception &e) {
             failure = PassFailure{0, QString::fromLocal8Bit(e.what())};
         }
@@ -356,13 +359,14 @@ void colourPass(Workspace &ws, EditingSurface &text, const ClassFonts &fonts, fr
     }
     if (owner)
         owner->state().setDirty(dirty);
+    return walked;
 }
 
 } // namespace
 
-void HighlightDocument(Workspace &workspace, frmDoc &document)
+QString HighlightDocument(Workspace &workspace, frmDoc &document)
 {
-    colourPass(workspace, *document.Text, workspace.fonts, &document, document.Caption());
+    return colourPass(workspace, *document.Text, workspace.fonts, &document, document.Caption());
 }
 
 void HighlightPreview(Workspace &workspace, EditingSurface &sample, const ClassFonts &fonts, const QString &caption)

@@ -21,8 +21,9 @@ struct CommentSpan {
 
 // Gives every comment the comment font and every tag the tag font, and with the uppercase option
 // also rewrites tags outside quoted values. Keeps the caret and the document's Dirty flag; Escape
-// ends it early, leaving what is done coloured.
-void HighlightDocument(Workspace &workspace, frmDoc &document);
+// ends it early, leaving what is done coloured. Returns the document's text as the pass leaves it
+// (the copy it walked), or a null string when it walked none.
+QString HighlightDocument(Workspace &workspace, frmDoc &document);
 
 // The same pass on a sample surface with the given classes, as the font and colour dialog shows
 // it: no status text, progress strip or wait cursor, and no document state is touched. `caption`
@@ -57,6 +58,7 @@ enum class WalkEnd { Done, Escaped, UnclosedComment };
 struct WalkResult {
     WalkEnd end = WalkEnd::Done;
     QList<CommentSpan> comments; // in text order
+    QString text;                // the surface's text as the walk leaves it
 };
 
 // Walks comments then tags of the surface, as both passes do; polls Escape once before and once
