@@ -392,7 +392,8 @@ void FindLocalNames(Workspace &workspace, frmDoc &document, QString walked)
     // QString's goes straight to it).
     const auto next = [&](qsizetype from) {
         for (qsizetype at = all.indexOf(QLatin1Char('<'), from); at >= 0; at = all.indexOf(QLatin1Char('<'), at + 1))
-            if (view.mid(at + 1).startsWith(rest, Qt::CaseInsensitive))
+            if (at + 1 < view.size() && (view[at + 1] == QLatin1Char('A') || view[at + 1] == QLatin1Char('a'))
+                && view.mid(at + 1).startsWith(rest, Qt::CaseInsensitive))
                 return at;
         return qsizetype(-1);
     };
