@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 #include <vector>
 
@@ -26,8 +25,6 @@ double msSince(const QElapsedTimer &t)
 
 // One autosave pass over ten open 1 MB documents: how long typing stalls every ten seconds.
 static bench::Register autosaveBench("autosave", [] {
-    // Never the user's own folder: files left there would come back at the next start.
-    QStandardPaths::setTestModeEnabled(true);
     pw::Application program(pw::platform());
     pw::Workspace &ws = program.workspace();
     bench::showMain(program);

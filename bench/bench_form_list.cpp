@@ -15,7 +15,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -41,7 +40,6 @@ void reportOperation(const QString &figure, std::vector<double> &samples, int en
 // into the middle of an open, coloured 1 MB page, the dialogs driven through their buttons' handlers;
 // and Add, Delete and Move in a list of 10,000 entries.
 static bench::Register formListBench("formlist", [] {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
     bench::showMain(program);

@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QMouseEvent>
-#include <QStandardPaths>
 
 namespace
 {
@@ -94,7 +93,6 @@ double generationMs(pw::Workspace &ws, pw::frmFrames &form, bool percent)
 // The Frame Wizard: a nested design and a large one generated into a new document (no save), and
 // a pointer moving over the designer.
 static bench::Register framesBench("frames", [] {
-    QStandardPaths::setTestModeEnabled(true);
     pw::Application program(pw::platform());
     bench::showMain(program);
     pw::Workspace &ws = program.workspace();

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <cstdio>
@@ -123,6 +124,9 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    // Never the user's own settings and folders: an autosaved file left there would come back at
+    // the next start.
+    QStandardPaths::setTestModeEnabled(true);
     pw::ScopedScriptedPlatform platform;
     platform->realTicks = true; // passes paced by the real clock, as in use
     QStringList wanted = app.arguments().mid(1);

@@ -18,7 +18,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRandomGenerator>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -42,7 +41,6 @@ QString writeLargeJpeg(const QString &path)
 // The Image Wizard's size detection on a large picture; the Rainbow over a long selection; the
 // Body Wizard opening on a large page without a body tag.
 static bench::Register markupWizardsBench("markup_wizards", [] {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
 
     const QString jpeg = writeLargeJpeg(dir.filePath(QStringLiteral("large.jpg")));

@@ -10,13 +10,11 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 // Opening a page as a user does: read, decode, the write into the surface, the colouring pass, the
 // anchor names.
 static bench::Register openBench("open", [] {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
     bench::showMain(program);

@@ -14,7 +14,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 
@@ -60,7 +59,6 @@ QByteArray referencePage()
 } // namespace
 
 static bench::Register siteBench("site", [] {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
     bench::showMain(program);

@@ -14,7 +14,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 namespace {
@@ -40,7 +39,6 @@ int makeSite(const QString &base)
 } // namespace
 
 static bench::Register siteFindBench("sitefind", [] {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
     bench::showMain(program);

@@ -16,7 +16,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRandomGenerator>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 namespace {
@@ -56,7 +55,6 @@ QString knownWordsPage(const QStringList &words, qint64 bytes, int *wordCount)
 
 void run()
 {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     const QString store = dir.filePath(QStringLiteral("spwords.tpw"));
     QElapsedTimer t;

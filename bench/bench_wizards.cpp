@@ -12,13 +12,11 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFile>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 // The Table Wizard's OK into the middle of an open, coloured 1 MB page, the document's change
 // handlers connected as in use: n x n elements, each with its start tag, content and end tag.
 static bench::Register wizardsBench("wizards", [] {
-    QStandardPaths::setTestModeEnabled(true);
     QTemporaryDir dir;
     pw::Application program(pw::platform());
     bench::showMain(program);
