@@ -130,6 +130,9 @@ public:
     // Where UpTo from `from` would stop, without moving the caret (so the view never scrolls).
     int upToStop(int from, const QString &characters, bool forward = true, bool negate = false) const;
     int GetLineFromChar(int position) const;
+    // Where line `line` (from 0; lines end in CR LF, whatever their display blocks) starts in Text;
+    // past the last line, the end.
+    int lineStart(int line) const;
     void Refresh();
     bool SetFocus(); // false when the window can't take the focus
 

@@ -60,6 +60,26 @@ int EditingSurface::toDocument(int position) const
     return qMin(block.position() + position - surfaceStart(block), block.position() + block.length() - 1);
 }
 
+int EditingSurface::lineStart(int line) const
+{
+    if (line <= 0)
+        return 0;
+    // A block's line is its number less the breaks before it; the line starts at the first block
+    // whose line reaches it.
+    const QTextDocument *doc = document();
+    const auto lineOf = [&](int number) { return number - breaksBefore(doc->findBlockByNumber(number).position()); };
+    int lo = 0;
+    int hi = doc->blockCount() - 1;
+    while (lo < hi) {
+        const int mid = (lo + hi) / 2;
+        if (lineOf(mid) >= line)
+            hi = mid;
+        else
+            lo = mid + 1;
+    }
+    return lineOf(lo) < line ? TextLength() : surfaceStart(doc->findBlockByNumber(lo));
+}
+
 void EditingSurface::moveBreaks(int position, int removed, int added)
 {
     if (m_breaks.empty())

@@ -164,18 +164,11 @@ void frmSiteFind::lstSiteHits_Activated(QListWidgetItem *item)
     if (!document)
         return;
     // The line is looked up in the text as it is now; a line since removed leaves the caret at the end.
-    const QString text = document->Text->Text();
-    qsizetype position = 0;
-    for (int line = item->data(LineRole).toInt(); line > 1 && position >= 0; --line) {
-        position = text.indexOf(QLatin1Char('\n'), position);
-        if (position >= 0)
-            ++position;
-    }
-    if (position < 0)
-        position = text.size();
-    position = qMin<qsizetype>(position + item->data(ColumnRole).toInt(), text.size());
-    document->Text->setSelStart(int(position));
-    document->Text->setSelLength(int(qMin<qsizetype>(item->data(LengthRole).toInt(), text.size() - position)));
+    EditingSurface &text = *document->Text;
+    const int length = text.TextLength();
+    const int position = qMin(text.lineStart(item->data(LineRole).toInt() - 1) + item->data(ColumnRole).toInt(), length);
+    text.setSelStart(position);
+    text.setSelLength(qMin(item->data(LengthRole).toInt(), length - position));
     m_workspace.FocusCurrentDocument();
 }
 
